@@ -1,0 +1,26 @@
+# Helpers shared by every folder: one library per folder of src/, one test program per folder of tests/.
+
+add_library(velmora_flags INTERFACE)
+target_compile_options(velmora_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_include_directories(velmora_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(VELMORA_SANITIZE)
+  target_compile_options(velmora_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                 -fno-omit-frame-pointer -O1)
+  target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# velmora_library(NAME SOURCES ... LINK ...): the static library velmora_NAME.
+function(velmora_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(velmora_${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(velmora_${name} PUBLIC velmora_flags ${ARG_LINK})
+endfunction()
+
+# velmora_test(NAME SOURCES ... LINK ...): the program test_NAME, each of its cases a CTest test.
+function(velmora_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(test_${name} ${ARG_SOURCES})
+  target_link_libraries(test_${name} PRIVATE ${ARG_LINK} velmora_test_main GTest::gtest)
+  target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60)
+endfunction()

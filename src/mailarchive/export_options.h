@@ -1,0 +1,39 @@
+// What an export is told: by the dialog or by a control file.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace velmora::mailarchive {
+
+enum class CopyMode { Copy = 0, Move = 1 };
+
+struct ExportOptions {
+  // What is written. Unattended runs start with all of these off.
+  bool SaveAttachments = false, OnlyAttachments = false;
+  bool SaveOriginals = false, OnlyOriginals = false;
+  bool SaveComments = false, OnlyComments = false;
+  bool SaveSmtpHeader = false;
+  bool WithErrors = false;
+  bool NoDuplicates = true;  // numbered names instead of overwriting
+  // The run.
+  CopyMode Mode = CopyMode::Copy;
+  bool MakeIndex = true;
+  bool DeleteArchives = false;  // on a move, also delete the emptied archives
+  bool LinkedArchives = false;
+  bool DateIndexSortedUp = true;
+  bool CreateAutorunInf = true;
+  std::uint32_t ItemFilter = 0x301FB;  // the filter mask handed to the store
+  bool InhibitItems = true;            // entries hidden by a user are seen too
+  // The layout.
+  bool SeparateAttachmentsFolder = true;
+  std::string AttachmentFolder = "Attachments", HtmlMailFolder = "HTMLMails", FaxFolder = "FaxImages",
+              EmlFolder = "Eml", VcfFolder = "VCards", VoiceMailFolder = "VoiceMails",
+              CommentFolder = "Comments";
+  // Texts of the forms.
+  std::string CopyRight, Comment;
+
+  bool AnyOnly() const { return OnlyAttachments || OnlyOriginals || OnlyComments; }
+};
+
+}  // namespace velmora::mailarchive

@@ -1,0 +1,47 @@
+// The export run: archives and messages of the store into a target directory as a mail archive. A move
+// deletes what was exported, entry by entry, after its files are safe.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mailarchive/export_options.h"
+#include "mailarchive/format/forms.h"
+#include "run/run.h"
+#include "store/session.h"
+
+namespace velmora::mailarchive {
+
+// What is marked in a pane, or named by a control file.
+struct ExportSelection {
+  struct Object {
+    enum class Kind { Message, Archive } kind = Kind::Archive;
+    store::EntryKey Key = 0;  // of a message
+    std::string ArchivePath;  // of an archive
+    bool IsLink = false;
+  };
+  std::shared_ptr<store::DvArchive> CurrentArchive;  // from where
+  std::vector<Object> Objects;
+};
+
+// All that an export works with; the caller owns each part.
+struct ExportContext {
+  run::Run& run;
+  store::Session& session;
+  DesignSet& designs;
+  const ExportOptions& options;
+  std::string TempDir;           // with "\" at its end
+  std::string ProgramDirectory;  // where shellexec.exe lies
+};
+
+// The whole run on a selection of the window: log, root marker, objects, index, summary.
+void RunExport(ExportContext& context, const ExportSelection& selection, std::string_view targetDirectory);
+
+// One archive and what lies below it, into a sub-directory of the target. A path that does not lead to an
+// archive ends the call silently.
+void ExportArchiveTree(ExportContext& context, std::string_view archivePath, std::string_view targetDirectory,
+                       bool isLink, std::shared_ptr<store::DvArchive> currentArchive);
+
+}  // namespace velmora::mailarchive

@@ -1,0 +1,91 @@
+// The tree of archives of the built-in store: what the archive.dir files say. Directories are UNC paths
+// without
+// "\" at the end; comparisons are without regard to case. Every operation is safe against other processes
+// (flock) and atomic (a list is replaced as a whole).
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "platform/file_system.h"
+
+namespace velmora::store::embedded {
+
+// The copyable properties that a record's head and tail hold.
+struct ArchiveProperties {
+  int Kind =
+      0;  // the special kind that the store gave the archive (GetSpecialArchive's number), 0 for others
+  bool Hidden = false, Packed = false, AdminOnly = false;
+  int DisplayType = 0;
+  int Owner = 0;  // user id, 0 for the system
+  std::uint32_t OptionFlags = 0;
+
+  bool operator==(const ArchiveProperties&) const = default;
+};
+
+// One record of a parent's archive.dir.
+struct ArchiveRecord {
+  std::string Directory;        // tag 3 as it stands; of a link the target's directory
+  std::string Name;             // tag 4 as it stands
+  std::string ParentDirectory;  // whose list the record stands in; "" for the root
+  int RecordNumber = 0;         // from 1
+  bool IsLink = false;          // the directory's own record stands elsewhere
+  ArchiveProperties Properties;
+};
+
+class ArchiveTree {
+ public:
+  // `rootDirectory`: the directory of the root archive, `\\SERVER\DAVID\ARCHIVE`.
+  ArchiveTree(platform::FileSystem& fileSystem, std::string rootDirectory);
+  ~ArchiveTree();
+
+  // --- Reading. ---
+  ArchiveRecord Root();
+  // In record order; a directory without a list has none. store_error::Damaged when the list cannot be read.
+  Result<std::vector<ArchiveRecord>> Children(std::string_view directory);
+  // The record that makes a directory an archive (its own record, not a link to it). NotFound.
+  Result<ArchiveRecord> FindByDirectory(std::string_view directory);
+  // The display names from the root down to the directory, the root's ("Archive") first: what a FullPath
+  // joins.
+  Result<std::vector<std::string>> NamesDownTo(std::string_view directory);
+  // The record reached by names from `from` on, the first of equal names, links followed; an empty list gives
+  // `from`'s own. NotFound.
+  Result<ArchiveRecord> FindByNames(std::string_view from, const std::vector<std::string>& names);
+
+  // --- Writing. ---
+  // `name` may hold the directory's name in braces anywhere; a taken directory gets a fresh name. Makes the
+  // directory and the record. store_error::BadName when the path does not fit a record.
+  Result<ArchiveRecord> Create(std::string_view parentDirectory, std::string_view name,
+                               const ArchiveProperties& properties);
+  // As Create, in a physical directory of the caller's choice that need not lie below the parent.
+  Result<ArchiveRecord> CreateAt(std::string_view parentDirectory, std::string_view name,
+                                 std::string_view directory, const ArchiveProperties& properties);
+  Result<ArchiveRecord> AddLink(std::string_view parentDirectory, std::string_view name,
+                                std::string_view targetDirectory);
+  Status Rename(const ArchiveRecord& record, std::string_view name);
+  Status SetProperties(const ArchiveRecord& record, const ArchiveProperties& properties);
+  // The record only; the files are the caller's.
+  Status RemoveRecord(const ArchiveRecord& record);
+  // Moves the record to another parent's list; the directory stays where it is.
+  Result<ArchiveRecord> MoveRecord(const ArchiveRecord& record, std::string_view newParentDirectory);
+
+  // --- Checking (changes nothing). ---
+  struct Finding {
+    std::string Directory;
+    std::string Text;  // German
+  };
+  // Lists of a length that is no multiple of a record, records without tags, dangling and doubled records,
+  // circular nesting, directories that no record names.
+  std::vector<Finding> Check();
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace velmora::store::embedded

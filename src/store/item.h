@@ -1,0 +1,116 @@
+// Entries of an archive: the raw item with its fields and attachments, and the typed views.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/date_time.h"
+#include "base/result.h"
+#include "store/fields.h"
+
+namespace velmora::store {
+
+class DvArchive;
+
+// Key of an entry in its archive.
+using EntryKey = std::uint32_t;
+
+class DvAttachment {
+ public:
+  virtual ~DvAttachment() = default;
+  virtual std::string Name() = 0;  // no path part, no control character, at most 200 bytes
+  virtual std::int64_t Size() = 0;
+  virtual DateTime Date() = 0;
+  virtual std::uint32_t Flags() = 0;  // see vocabulary.h, attachment_flag
+  // Writes the decoded content at a Windows path; fails with a file error or when the source has vanished.
+  // `exclusive`: refuses an existing target.
+  virtual Status SaveAs(std::string_view path, bool exclusive) = 0;
+};
+
+class DvAttachments {
+ public:
+  virtual ~DvAttachments() = default;
+  virtual Result<int> Count() = 0;
+  virtual Result<std::unique_ptr<DvAttachment>> Item(int index) = 0;  // from 0, in the order of the message
+  virtual Status Add(std::string_view path, std::uint32_t flags) = 0;
+};
+
+// One entry of an archive. Reading is lazy; an entry that has vanished gives store_error::NotFound.
+class DvItem {
+ public:
+  virtual ~DvItem() = default;
+  virtual EntryKey Key() const = 0;
+  virtual int Type() = 0;  // item type, see vocabulary.h
+  virtual DvFields& Fields() = 0;
+  virtual DvFields& UserFields() = 0;
+  virtual DvAttachments& Attachments() = 0;
+  virtual Result<int> Pages() = 0;
+  virtual Status SetPages(int pages) = 0;
+  // A copy in the target archive; with `move` the source is deleted once the copy is committed.
+  virtual Status CopyTo(DvArchive& target, bool move) = 0;
+  virtual Status Update() = 0;
+  virtual Status UpdateField(FieldTag tag) = 0;
+  virtual Status Delete() = 0;
+};
+
+struct DvRecipient {
+  std::string Name;
+  std::string Address;
+  std::string Kind = "Mail";  // "Mail", "Fax", ...
+
+  bool operator==(const DvRecipient&) const = default;
+};
+
+class DvMailItem;
+
+// The typed view of an entry. Later kinds of view add their own As... here.
+class DvItemView {
+ public:
+  virtual ~DvItemView() = default;
+  virtual int Type() = 0;
+  virtual DvItem& Item() = 0;
+  virtual DvMailItem* AsMail() { return nullptr; }
+};
+
+// Mail, SMS, video and audio items.
+class DvMailItem : public DvItemView {
+ public:
+  DvMailItem* AsMail() override { return this; }
+
+  virtual Result<std::string> Subject() = 0;
+  virtual Result<DvRecipient> Sender() = 0;
+  virtual Result<std::string> RecipientText() = 0;  // the recipients as one text: addresses joined by "; "
+  virtual Result<std::string> OtherRecipientText() = 0;  // the display names, where no address is known
+  virtual Result<DateTime> Date() = 0;
+  virtual Result<int> SendStatus() = 0;
+  virtual Result<std::string> Text() = 0;           // plain text, lines ended by CR LF
+  virtual Result<std::string> HtmlIndicator() = 0;  // empty for a plain text mail
+  virtual Result<std::vector<DvRecipient>> To() = 0;
+  virtual Result<std::vector<DvRecipient>> Cc() = 0;
+  virtual Result<std::vector<DvRecipient>> Bcc() = 0;
+
+  // Writing a new mail: change, then Update or Submit.
+  virtual Status AddTo(DvRecipient recipient) = 0;
+  virtual Status AddCc(DvRecipient recipient) = 0;
+  virtual Status AddBcc(DvRecipient recipient) = 0;
+  virtual Status SetSender(std::string_view address) = 0;
+  virtual Status SetSubject(std::string_view subject) = 0;
+  virtual Status SetText(std::string_view text) = 0;
+  virtual Status SetTextFormat(int format) = 0;  // 0 plain text
+  // Hands the mail to delivery: flag 1 sends at once.
+  virtual Status Submit(int flag) = 0;
+};
+
+// The entries of an archive that pass a filter. Keys and count are fixed at the call that made it.
+class DvEntries {
+ public:
+  virtual ~DvEntries() = default;
+  virtual int Count() = 0;
+  virtual EntryKey Key(int index) = 0;  // from 0, without reading the entry
+  virtual Result<std::unique_ptr<DvItem>> Item(int index) = 0;
+};
+
+}  // namespace velmora::store
