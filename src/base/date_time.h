@@ -19,12 +19,13 @@ class DateTime {
  public:
   constexpr DateTime() = default;  // the null date
   static constexpr DateTime FromSeconds(std::int64_t seconds) { return DateTime(seconds); }
-  // Nothing when the parts name no day or time (31.2., 24:00).
+  // Nothing when the parts name no day or time (31.2., 24:00); years go from 1 to 9999.
   static std::optional<DateTime> FromCivil(const CivilTime& civil);
 
   // Seconds since the null date, without leap seconds.
   constexpr std::int64_t Seconds() const { return seconds_; }
   constexpr bool IsNull() const { return seconds_ == 0; }
+  // Seconds beyond the years 1 to 9999 give the first or last moment of them.
   CivilTime Civil() const;
   auto operator<=>(const DateTime&) const = default;
 

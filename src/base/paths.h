@@ -26,12 +26,13 @@ std::string PathToUrl(std::string_view path);
 // which has neither ":" nor "\", stays as it is.
 std::string NormalizePath(std::string_view path);
 // To the NetWare form: `\\SERVER\SYS\DAVID` becomes `SERVER\SYS:DAVID`. `shareOfDrive` gives the share name
-// (`\\SERVER\SHARE`) of a drive such as "Z:", "" when it has none.
+// (`\\SERVER\SHARE`) of a drive such as "Z:", "" when it has none; then, and for a UNC path without a folder
+// behind the share, the path is kept.
 std::string ToNetWareForm(std::string_view path,
                           const std::function<std::string(std::string_view drive)>& shareOfDrive);
-// The path with everything up to its first "david" (any case) taken from `davidRoot`, and "DAVID" in
-// capitals: makes paths comparable that were spelled through different shares. A text without "david" is
-// kept.
+// The path in lower case, with everything up to its first "david" taken from `davidRoot` (in lower case too)
+// and "DAVID" in capitals: makes paths comparable that were spelled through different shares. A text without
+// "david" is kept.
 std::string MapToDavidRoot(std::string_view path, std::string_view davidRoot);
 // Whether `path` is `directory` or lies below it: compared without regard to case, up to a "\".
 bool IsSameOrBelow(std::string_view path, std::string_view directory);
