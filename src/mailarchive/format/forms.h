@@ -49,6 +49,8 @@ class DesignSet {
   Result<std::string_view> FormText(Form form);
 
  private:
+  std::string DesignFile() const;
+
   platform::FileSystem& fileSystem_;
   std::string designPath_, designName_;
   std::array<std::string, FormCount> names_;
