@@ -13,6 +13,8 @@ std::string TextToHtml(std::string_view text, bool withLineBreaks);
 std::string HtmlToText(std::string_view text);
 // Umlauts and "ß" as entities, nothing else: for text that holds HTML.
 std::string UmlautsToHtml(std::string_view text);
+// The same, appended to `html`, for writers that build long pages.
+void AppendUmlautsToHtml(std::string& html, std::string_view text);
 // ">" and "<" as entities, nothing else.
 std::string EscapeAngleBrackets(std::string_view text);
 // UmlautsToHtml, then every character whose Windows-1252 code is 128 or above as "&#", that code in decimal,
