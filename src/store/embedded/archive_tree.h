@@ -1,7 +1,7 @@
 // The tree of archives of the built-in store: what the archive.dir files say. Directories are UNC paths
-// without
-// "\" at the end; comparisons are without regard to case. Every operation is safe against other processes
-// (flock) and atomic (a list is replaced as a whole).
+// without "\" at the end; comparisons are without regard to case. Every operation is safe against other
+// processes (flock) and atomic (a list is replaced as a whole). The files' layout stands in
+// docs/store-format.md.
 #pragma once
 
 #include <cstdint>

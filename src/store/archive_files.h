@@ -1,0 +1,47 @@
+// The files of an archive directory that hold records: how they are locked and how they are replaced.
+// Everyone who writes records goes through here, so that no list is ever seen half.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/result.h"
+#include "platform/file_system.h"
+
+namespace velmora::store {
+
+namespace archive_file {
+inline constexpr std::string_view List = "archive.dir";  // the sub-archives and links of this archive
+inline constexpr std::string_view Self = "archive.add";  // one record: the archive itself
+inline constexpr std::string_view ListBackup = "archivedir.bak";
+inline constexpr std::string_view Work = "archive.vlw";  // stands only during a rewrite
+}  // namespace archive_file
+
+// A lock on an archive directory that holds between processes and between owners in one process; released
+// when destroyed or when the process dies. Whoever holds one must not ask for another on the same directory,
+// and takes several in the order of FoldCase of their paths.
+class ArchiveLock {
+ public:
+  enum class Mode { Shared, Exclusive };  // readers, writers
+
+  // Waits up to five seconds for other holders: store_error::Busy. NotFound when the directory is not there,
+  // NoAccess when it cannot be opened.
+  static Result<ArchiveLock> Acquire(platform::FileSystem& fileSystem, std::string_view directory, Mode mode);
+  ArchiveLock(ArchiveLock&& other) noexcept;
+  ArchiveLock& operator=(ArchiveLock&& other) noexcept;
+  ArchiveLock(const ArchiveLock&) = delete;
+  ArchiveLock& operator=(const ArchiveLock&) = delete;
+  ~ArchiveLock();
+
+ private:
+  explicit ArchiveLock(int descriptor) : descriptor_(descriptor) {}
+  int descriptor_;
+};
+
+// Puts a new list in the place of archive.dir. The old list is copied to archivedir.bak; the new one is
+// written whole to archive.vlw, synced and renamed over, so that at every moment the old or the new list
+// stands. The caller holds the exclusive lock.
+Status ReplaceArchiveList(platform::FileSystem& fileSystem, std::string_view directory,
+                          std::string_view content);
+
+}  // namespace velmora::store

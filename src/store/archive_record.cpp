@@ -1,0 +1,132 @@
+#include "store/archive_record.h"
+
+#include <algorithm>
+
+#include "base/code_page.h"
+#include "base/text.h"
+#include "store/errors.h"
+
+namespace velmora::store {
+namespace {
+
+// An item of a text area: where its tag stands, and its text.
+struct Item {
+  std::size_t TagPosition;
+  std::string_view Text;
+  std::size_t End() const { return TagPosition + 1 + Text.size() + 1; }
+};
+
+std::optional<Item> FindItem(std::string_view area, char tag) {
+  const std::size_t position = area.find(tag);
+  if (position == std::string_view::npos) return std::nullopt;
+  const std::size_t end = area.find('\0', position + 1);
+  if (end == std::string_view::npos) return std::nullopt;
+  return Item{position, area.substr(position + 1, end - position - 1)};
+}
+
+std::string MakeItem(char tag, std::string_view text) {
+  std::string item(1, tag);
+  item += text;
+  item += '\0';
+  return item;
+}
+
+// Without the free space behind the last item, whose NUL is kept.
+std::string_view UsedPart(std::string_view area) {
+  const std::size_t last = area.find_last_not_of('\0');
+  return last == std::string_view::npos ? std::string_view()
+                                        : area.substr(0, std::min(last + 2, area.size()));
+}
+
+bool IsControl(char32_t character) { return character < 0x20 || (character >= 0x7F && character <= 0x9F); }
+
+bool HoldsControl(std::string_view text) {
+  for (std::size_t position = 0; position < text.size();)
+    if (IsControl(NextCharacter(text, position))) return true;
+  return false;
+}
+
+std::string NameBytes(std::string_view name, std::size_t room) {
+  return ToCodePage(CleanArchiveName(name), Unmappable::Underscore).substr(0, room);
+}
+
+void Fill(char* block, std::size_t size, std::string_view bytes) {
+  const std::size_t used = std::min(size, bytes.size());
+  std::copy_n(bytes.begin(), used, block);
+  std::fill(block + used, block + size, '\0');
+}
+
+}  // namespace
+
+std::optional<DirRecord> DirRecord::FromBytes(std::string_view bytes) {
+  if (bytes.size() != Size) return std::nullopt;
+  DirRecord record;
+  std::copy(bytes.begin(), bytes.end(), record.bytes_.begin());
+  return record;
+}
+
+Result<DirRecord> DirRecord::Make(std::string_view path, std::string_view name) {
+  if (path.empty() || !FitsCodePage(path) || HoldsControl(path))
+    return Fail(store_error::BadName, "Der Pfad enthält Zeichen, die ein Archiveintrag nicht aufnehmen kann");
+  std::string area = MakeItem(PathTag, ToCodePage(path));
+  // Room for the name's tag, one character and its NUL.
+  if (area.size() + 3 > TextSize)
+    return Fail(store_error::BadName, "Der Pfad ist zu lang für einen Archiveintrag");
+  area += MakeItem(NameTag, NameBytes(name, TextSize - area.size() - 2));
+  DirRecord record;
+  record.SetTextArea(area);
+  return record;
+}
+
+void DirRecord::SetHead(std::string_view head) { Fill(bytes_.data(), HeadSize, head); }
+
+void DirRecord::SetTextArea(std::string_view text) { Fill(bytes_.data() + HeadSize, TextSize, text); }
+
+void DirRecord::SetTail(std::string_view tail) { Fill(bytes_.data() + HeadSize + TextSize, TailSize, tail); }
+
+std::optional<std::string> DirRecord::Path() const {
+  const std::optional<Item> item = FindItem(TextArea(), PathTag);
+  if (!item) return std::nullopt;
+  return FromCodePage(item->Text);
+}
+
+std::optional<std::string> DirRecord::Name() const {
+  const std::optional<Item> item = FindItem(TextArea(), NameTag);
+  if (!item) return std::nullopt;
+  return FromCodePage(item->Text);
+}
+
+Status DirRecord::SetName(std::string_view name) {
+  const std::string area(UsedPart(TextArea()));
+  std::string before = area;
+  std::string behind;
+  if (const std::optional<Item> item = FindItem(area, NameTag)) {
+    before = area.substr(0, item->TagPosition);
+    behind = area.substr(item->End());
+  }
+  if (before.size() + behind.size() + 3 > TextSize)
+    return Fail(store_error::BadName, "Im Archiveintrag ist kein Platz für einen Namen");
+  const std::size_t room = TextSize - before.size() - behind.size() - 2;
+  SetTextArea(before + MakeItem(NameTag, NameBytes(name, room)) + behind);
+  return {};
+}
+
+std::string CleanArchiveName(std::string_view name) {
+  std::string clean;
+  clean.reserve(name.size());
+  for (std::size_t position = 0; position < name.size();) {
+    const char32_t character = NextCharacter(name, position);
+    const bool forbidden = character == U'/' || character == U'\\' || IsControl(character);
+    AppendCharacter(clean, forbidden ? U'-' : character);
+  }
+  return FromCodePage(ToCodePage(clean, Unmappable::Underscore));
+}
+
+std::size_t CountRecords(std::string_view content) { return content.size() / DirRecord::Size; }
+
+std::optional<DirRecord> RecordAt(std::string_view content, std::size_t number) {
+  if (number == 0 || number > CountRecords(content)) return std::nullopt;
+  return DirRecord::FromBytes(content.substr((number - 1) * DirRecord::Size, DirRecord::Size));
+}
+
+}  // namespace velmora::store

@@ -1,0 +1,229 @@
+#include "store/embedded/list_cache.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <system_error>
+#include <utility>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "store/errors.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
+// A stamp younger than this may stand for two states of a file: clocks of file systems tick coarsely.
+constexpr std::int64_t SettlingTime = NanosecondsPerSecond;
+// No sound list is longer; a file beyond it is not read into memory.
+constexpr std::size_t LongestList = std::size_t{200'000} * DirRecord::Size;
+
+const std::vector<std::size_t> NoPositions;
+
+std::int64_t WallClockNanoseconds() {
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(
+             std::chrono::system_clock::now().time_since_epoch())
+      .count();
+}
+
+bool HasParentReference(std::string_view path) {
+  const std::vector<std::string> parts = Split(path, "\\");
+  return std::ranges::find(parts, "..") != parts.end();
+}
+
+std::optional<ListedRecord> ReadRecord(std::string_view content, std::size_t number) {
+  const std::optional<DirRecord> record = RecordAt(content, number);
+  std::optional<std::string> path = record->Path();
+  if (!path || path->empty() || HasParentReference(*path)) return std::nullopt;
+  std::string key = DirectoryKey(*path);
+  return ListedRecord{static_cast<int>(number), std::move(*path), record->Name().value_or(""), std::move(key),
+                      ReadHead(*record)};
+}
+
+void Forget(std::unordered_map<std::string, std::vector<std::size_t>>& positions, const std::string& key) {
+  const auto found = positions.find(key);
+  found->second.pop_back();
+  if (found->second.empty()) positions.erase(found);
+}
+
+const std::vector<std::size_t>& PositionsOf(
+    const std::unordered_map<std::string, std::vector<std::size_t>>& positions, const std::string& key) {
+  const auto found = positions.find(key);
+  return found == positions.end() ? NoPositions : found->second;
+}
+
+bool IsMissing(int systemError) { return systemError == ENOENT || systemError == ENOTDIR; }
+
+Error AccessError(std::string_view directory, int systemError) {
+  const bool denied = systemError == EACCES || systemError == EPERM;
+  return {denied ? store_error::NoAccess : store_error::Damaged,
+          fmt::format("Die Archivliste in {} ist nicht lesbar: {}", directory,
+                      std::generic_category().message(systemError))};
+}
+
+}  // namespace
+
+std::string DirectoryKey(std::string_view directory) {
+  return FoldCase(StripBackslash(NormalizePath(directory)));
+}
+
+std::string ShownName(std::string_view recordName, std::string_view directory) {
+  return std::string(recordName.empty() ? FileNameOf(StripBackslash(directory)) : recordName);
+}
+
+std::size_t ArchiveList::Assign(std::string content) {
+  const auto difference = std::mismatch(content.begin(), content.end(), content_.begin(), content_.end());
+  const auto kept = static_cast<std::size_t>(difference.first - content.begin()) / DirRecord::Size;
+  while (!records_.empty() && static_cast<std::size_t>(records_.back().Number) > kept) {
+    const ListedRecord& last = records_.back();
+    Forget(byDirectory_, last.Key);
+    Forget(byName_, FoldCase(ShownName(last.Name, last.Directory)));
+    records_.pop_back();
+  }
+  content_ = std::move(content);
+  const std::size_t firstNew = records_.size();
+  const std::size_t count = CountRecords(content_);
+  for (std::size_t number = kept + 1; number <= count; ++number) {
+    std::optional<ListedRecord> record = ReadRecord(content_, number);
+    if (!record) continue;
+    byDirectory_[record->Key].push_back(records_.size());
+    byName_[FoldCase(ShownName(record->Name, record->Directory))].push_back(records_.size());
+    records_.push_back(std::move(*record));
+  }
+  return firstNew;
+}
+
+const std::vector<std::size_t>& ArchiveList::NamingDirectory(const std::string& key) const {
+  return PositionsOf(byDirectory_, key);
+}
+
+const std::vector<std::size_t>& ArchiveList::WithName(const std::string& foldedName) const {
+  return PositionsOf(byName_, foldedName);
+}
+
+const ListedRecord* ArchiveList::WithNumber(int number) const {
+  const auto found = std::ranges::lower_bound(records_, number, {}, &ListedRecord::Number);
+  return found == records_.end() || found->Number != number ? nullptr : &*found;
+}
+
+Result<std::shared_ptr<const ArchiveList>> ListCache::Get(std::string_view directory) {
+  return Fetch(directory, false);
+}
+
+Result<std::shared_ptr<const ArchiveList>> ListCache::GetLocked(std::string_view directory) {
+  return Fetch(directory, true);
+}
+
+Result<std::shared_ptr<const ArchiveList>> ListCache::Fetch(std::string_view directory, bool locked) {
+  Entry& entry = entries_[DirectoryKey(directory)];
+  if (entry.List && entry.Settled && StampAtKnownPlace(entry) == entry.Seen) return entry.List;
+
+  std::optional<ArchiveLock> lock;
+  if (!locked) {
+    Result<ArchiveLock> shared =
+        ArchiveLock::Acquire(fileSystem_, NormalizePath(directory), ArchiveLock::Mode::Shared);
+    if (shared)
+      lock = std::move(*shared);
+    else if (shared.error().Number != store_error::NotFound)
+      return Fail(shared.error());
+  }
+  if (const Status read = Read(directory, entry); !read) return Fail(read.error());
+  return entry.List;
+}
+
+Status ListCache::Read(std::string_view directory, Entry& entry) {
+  const Result<Stamp> stamp = TakeStamp(directory, entry);
+  if (!stamp) return Fail(stamp.error());
+  std::string content;
+  if (stamp->ListExists) {
+    Result<std::string> read = fileSystem_.ReadFile(JoinPath(NormalizePath(directory), archive_file::List));
+    if (!read) {
+      const int number = read.error().Number == platform::file_error::AccessDenied ? store_error::NoAccess
+                                                                                   : store_error::Damaged;
+      return Fail(number,
+                  fmt::format("Die Archivliste in {} ist nicht lesbar: {}", directory, read.error().Text));
+    }
+    content = std::move(*read);
+  }
+  entry.Seen = *stamp;
+  entry.Settled = WallClockNanoseconds() - stamp->ChangedNanoseconds >= SettlingTime;
+  Accept(directory, entry, std::move(content));
+  return {};
+}
+
+// Lists handed out keep what they showed: only one that nobody else holds is changed in place.
+void ListCache::Accept(std::string_view directory, Entry& entry, std::string content) {
+  if (!entry.List)
+    entry.List = std::make_shared<ArchiveList>();
+  else if (entry.List->Content() == content)
+    return;
+  else if (entry.List.use_count() > 1)
+    entry.List = std::make_shared<ArchiveList>(*entry.List);
+
+  const std::size_t firstNew = entry.List->Assign(std::move(content));
+  const std::string parentPrefix = AddBackslash(DirectoryKey(directory));
+  const std::vector<ListedRecord>& records = entry.List->Records();
+  for (std::size_t i = firstNew; i < records.size(); ++i)
+    if (DirectoryOf(records[i].Key) != parentPrefix)
+      strayed_[records[i].Key].insert(StripBackslash(NormalizePath(directory)));
+}
+
+Status ListCache::Put(std::string_view directory, std::string content) {
+  const std::string place = NormalizePath(directory);
+  if (const Status replaced = ReplaceArchiveList(fileSystem_, place, content); !replaced) return replaced;
+  Entry& entry = entries_[DirectoryKey(directory)];
+  const Result<Stamp> stamp = TakeStamp(directory, entry);
+  if (!stamp) return Fail(stamp.error());
+  entry.Seen = *stamp;
+  entry.Settled = false;
+  Accept(directory, entry, std::move(content));
+  return {};
+}
+
+std::vector<std::string> ListCache::ListsNaming(const std::string& key) const {
+  const auto found = strayed_.find(key);
+  if (found == strayed_.end()) return {};
+  std::vector<std::string> directories(found->second.begin(), found->second.end());
+  std::ranges::sort(directories);
+  return directories;
+}
+
+ListCache::Stamp ListCache::MakeStamp(const struct stat& status, bool listExists) {
+  return {listExists, static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino),
+          static_cast<std::int64_t>(status.st_size),
+          static_cast<std::int64_t>(status.st_ctim.tv_sec) * NanosecondsPerSecond + status.st_ctim.tv_nsec};
+}
+
+std::optional<ListCache::Stamp> ListCache::StampAtKnownPlace(const Entry& entry) const {
+  const std::string& place = entry.Seen.ListExists ? entry.HostList : entry.HostDirectory;
+  struct stat status {};
+  if (place.empty() || ::stat(place.c_str(), &status) != 0) return std::nullopt;
+  return MakeStamp(status, entry.Seen.ListExists);
+}
+
+// The change time serves, not the time of the last write: a copy may set that one back.
+Result<ListCache::Stamp> ListCache::TakeStamp(std::string_view directory, Entry& entry) {
+  const std::string place = NormalizePath(directory);
+  entry.HostDirectory = fileSystem_.HostPath(place).value_or("");
+  entry.HostList = fileSystem_.HostPath(JoinPath(place, archive_file::List)).value_or("");
+  struct stat status {};
+  if (!entry.HostDirectory.empty() && !entry.HostList.empty()) {
+    if (::stat(entry.HostList.c_str(), &status) == 0) {
+      if (!S_ISREG(status.st_mode) || static_cast<std::uint64_t>(status.st_size) > LongestList)
+        return Fail(store_error::Damaged, fmt::format("In {} ist archive.dir keine Archivliste", directory));
+      return MakeStamp(status, true);
+    }
+    if (!IsMissing(errno)) return Fail(AccessError(directory, errno));
+  }
+  if (!entry.HostDirectory.empty()) {
+    if (::stat(entry.HostDirectory.c_str(), &status) == 0) return MakeStamp(status, false);
+    if (!IsMissing(errno)) return Fail(AccessError(directory, errno));
+  }
+  return Stamp{};
+}
+
+}  // namespace velmora::store::embedded
