@@ -23,6 +23,7 @@ struct ExportOptions {
   bool LinkedArchives = false;
   bool DateIndexSortedUp = true;
   bool CreateAutorunInf = true;
+  bool ClearErrorLog = false;  // at the start of a run of the window; unattended runs clear it themselves
   std::uint32_t ItemFilter = 0x301FB;  // the filter mask handed to the store
   bool InhibitItems = true;            // entries hidden by a user are seen too
   // The layout.

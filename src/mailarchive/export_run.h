@@ -39,8 +39,14 @@ struct ExportContext {
 // The whole run on a selection of the window: log, root marker, objects, index, summary.
 void RunExport(ExportContext& context, const ExportSelection& selection, std::string_view targetDirectory);
 
+// Marks the target directory as the root of a mail archive that comes from `archive`; an existing marker
+// stays. RunExport does so itself.
+void WriteRootMarker(const ExportContext& context, std::string_view targetDirectory,
+                     store::DvArchive& archive);
+
 // One archive and what lies below it, into a sub-directory of the target. A path that does not lead to an
-// archive ends the call silently.
+// archive ends the call silently. On a move that deletes archives, `currentArchive` (may be null) is asked to
+// delete itself at the end; the store refuses while anything is left in it.
 void ExportArchiveTree(ExportContext& context, std::string_view archivePath, std::string_view targetDirectory,
                        bool isLink, std::shared_ptr<store::DvArchive> currentArchive);
 

@@ -1,0 +1,140 @@
+#include "mailarchive/content_index.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/paths.h"
+#include "base/sort_rows.h"
+#include "base/text.h"
+#include "mailarchive/format/descriptor.h"
+#include "mailarchive/format/marker.h"
+#include "mailarchive/index_page.h"
+
+namespace velmora::mailarchive {
+
+namespace {
+
+constexpr std::string_view DateIndexName = "index.html";
+constexpr std::string_view SubjectIndexName = "index2.html";
+constexpr std::string_view AddressIndexName = "index3.html";
+constexpr std::array IndexNames = {SubjectIndexName, AddressIndexName, DateIndexName};
+
+bool IsIndexName(std::string_view name) {
+  return std::ranges::any_of(IndexNames, [&](std::string_view index) { return EqualsFold(name, index); });
+}
+
+// Page and descriptor make an entry; a page without one stays out.
+std::vector<IndexRow> CollectIndexEntries(platform::FileSystem& fileSystem, const std::string& directory) {
+  std::vector<IndexRow> rows;
+  auto pages = fileSystem.List(directory, "*.htm", platform::ListWhat::Files);
+  if (!pages) return rows;
+  for (platform::FileEntry& page : *pages) {
+    if (IsIndexName(page.Name)) continue;
+    auto fields = ReadIndexFields(fileSystem, directory, page.Name);
+    if (!fields) continue;
+    rows.push_back(
+        {std::move(fields->Subject), std::move(page.Name), std::move(fields->Sortaddr), fields->Date});
+  }
+  return rows;
+}
+
+// Every folder whose marker can be read, by its directory name; component folders have nothing to read.
+std::vector<IndexFolder> CollectIndexFolders(platform::FileSystem& fileSystem, const std::string& directory) {
+  const auto entries = fileSystem.List(directory, "*.*", platform::ListWhat::Folders);
+  if (!entries) return {};
+  std::vector<IndexFolder> found;
+  std::vector<std::string> keys;
+  for (const platform::FileEntry& entry : *entries) {
+    auto marker = ReadArcDescriptor(fileSystem, JoinPath(directory, entry.Name));
+    if (!marker) continue;
+    found.push_back({entry.Name, std::move(marker->ArchiveDisplayName)});
+    keys.push_back(ToLower(entry.Name));
+  }
+  std::vector<IndexFolder> folders;
+  for (const std::uint32_t row : SortRows(keys, true)) folders.push_back(std::move(found[row]));
+  return folders;
+}
+
+template <typename KeyOf>
+auto KeysOf(const std::vector<IndexRow>& rows, KeyOf keyOf) {
+  std::vector<decltype(keyOf(rows.front()))> keys;
+  keys.reserve(rows.size());
+  for (const IndexRow& row : rows) keys.push_back(keyOf(row));
+  return keys;
+}
+
+// An emptied directory stops being a mail archive.
+void RemoveIndexes(platform::FileSystem& fileSystem, const std::string& directory) {
+  for (const std::string_view name : IndexNames) {
+    (void)fileSystem.DeleteFile(JoinPath(directory, name), false);  // it may never have been there
+  }
+  ClearArchiveMarkers(fileSystem, directory);
+}
+
+void WriteIndexes(IndexContext& context, const IndexContent& content, bool showProgress, bool dateSortedUp) {
+  const bool hasEntries = !content.Rows.empty();
+  const bool isTree = content.IsRoot && !hasEntries;
+  const auto byDate =
+      SortRows(KeysOf(content.Rows, [](const IndexRow& row) { return row.Date; }), dateSortedUp);
+  WriteIndexFile(context, isTree ? Form::TreeIndex : Form::IndexByDate, DateIndexName, content, byDate,
+                 showProgress);
+  if (isTree) return;
+  // The subject index stands in the order of file names, so that fax pages come together.
+  const auto byFile =
+      SortRows(KeysOf(content.Rows, [](const IndexRow& row) { return ToLower(row.PageFile); }), true);
+  WriteIndexFile(context, Form::IndexBySubject, SubjectIndexName, content, byFile, showProgress);
+  const auto byAddress =
+      SortRows(KeysOf(content.Rows, [](const IndexRow& row) { return ToLower(row.Sortaddr); }), true);
+  WriteIndexFile(context, Form::IndexByAddress, AddressIndexName, content, byAddress, showProgress);
+}
+
+void IndexDirectory(IndexContext& context, const std::string& directory, bool showProgress,
+                    bool dateSortedUp) {
+  platform::FileSystem& fileSystem = context.run.fileSystem();
+  const MailArcKind kind = GetMailArcKind(fileSystem, directory);
+  if (kind != MailArcKind::Root && kind != MailArcKind::Sub) return;
+  IndexContent content;
+  content.Directory = directory;
+  content.IsRoot = kind == MailArcKind::Root;
+  content.Rows = CollectIndexEntries(fileSystem, directory);
+  content.Folders = CollectIndexFolders(fileSystem, directory);
+  if (content.Rows.empty() && content.Folders.empty()) {
+    RemoveIndexes(fileSystem, directory);
+  } else {
+    WriteIndexes(context, content, showProgress, dateSortedUp);
+  }
+}
+
+// Children before their parent: one that turns out empty is no mail archive any more when the parent links to
+// its sub archives.
+void IndexTree(IndexContext& context, const std::string& directory, bool recursive, bool showProgress,
+               bool dateSortedUp, int depth) {
+  // Deeper than any path that the program writes; links between directories could go on for ever.
+  constexpr int MaxDepth = 256;
+  platform::FileSystem& fileSystem = context.run.fileSystem();
+  if (recursive && depth < MaxDepth) {
+    const auto folders = fileSystem.List(directory, "*.*", platform::ListWhat::Folders);
+    for (const platform::FileEntry& folder : folders.value_or(std::vector<platform::FileEntry>{})) {
+      const std::string path = JoinPath(directory, folder.Name);
+      if (folder.IsLink || GetMailArcKind(fileSystem, path) != MailArcKind::Sub) continue;
+      IndexTree(context, path, true, showProgress, dateSortedUp, depth + 1);
+    }
+  }
+  if (showProgress) {
+    ++context.run.counters.Directories;
+    context.run.frontEnd().progress.SetArchiveText(directory);
+  }
+  IndexDirectory(context, directory, showProgress, dateSortedUp);
+}
+
+}  // namespace
+
+void BuildContentIndex(IndexContext& context, std::string_view directory, bool recursive, bool showProgress,
+                       bool dateSortedUp) {
+  IndexTree(context, StripBackslash(directory), recursive, showProgress, dateSortedUp, 0);
+  if (context.run.fileSystem().FileExists(JoinPath(directory, DateIndexName))) {
+    WriteAutorunInf(context, directory);
+  }
+}
+
+}  // namespace velmora::mailarchive

@@ -1,0 +1,79 @@
+#include "mailarchive/export_run.h"
+
+#include "mailarchive/content_index.h"
+#include "mailarchive/export_walk.h"
+#include "run/summary.h"
+#include "store/errors.h"
+
+namespace velmora::mailarchive {
+
+namespace {
+
+using Object = ExportSelection::Object;
+
+bool MayExportArchives(const ExportContext& context) {
+  return context.options.Mode == CopyMode::Copy || context.session.MayDeleteArchives();
+}
+
+void ExportObjects(const ExportContext& context, const ExportSelection& selection,
+                   std::string_view targetDirectory) {
+  ExportWalk walk(context);
+  ExportPlace place(context, *selection.CurrentArchive, targetDirectory);
+  for (const Object& object : selection.Objects) {
+    if (object.kind == Object::Kind::Message) {
+      walk.ExportMessage(place, object.Key);
+    } else if (MayExportArchives(context)) {
+      walk.ExportTree(object.ArchivePath, targetDirectory, object.IsLink, selection.CurrentArchive.get());
+    }
+    if (context.run.CheckCancel()) break;
+  }
+}
+
+// What is pending in the store must stand before the index is built and when the run ends.
+void CommitStore(const ExportContext& context) {
+  const Status committed = context.session.Account->Commit();
+  if (!committed) {
+    context.run.LogError(context.session.ServerName, committed.error().Number,
+                         "DvISE-Error " + committed.error().Text, run::Severity::Error);
+  }
+}
+
+}  // namespace
+
+void RunExport(ExportContext& context, const ExportSelection& selection, std::string_view targetDirectory) {
+  run::Run& run = context.run;
+  const ExportOptions& options = context.options;
+  if (run.CancelRequested()) return;
+  if (options.ClearErrorLog) run.DeleteErrorLog();
+  run::Progress& progress = run.frontEnd().progress;
+  run.ResetRunCounters();
+  progress.Show(options.Mode == CopyMode::Move ? "Archive/Messages verschieben"
+                                               : "Archive/Messages kopieren");
+  if (!options.AnyOnly()) WriteRootMarker(context, targetDirectory, *selection.CurrentArchive);
+  ExportObjects(context, selection, targetDirectory);
+  CommitStore(context);
+  if (options.MakeIndex && !options.AnyOnly() && !run.CheckCancel()) {
+    IndexContext index{run, context.designs, options.CreateAutorunInf, context.ProgramDirectory};
+    BuildContentIndex(index, targetDirectory, true, true, options.DateIndexSortedUp);
+  }
+  progress.Close();
+  run::ShowRunSummary(run, run::RunKind::MailArchiveExport);
+}
+
+void WriteRootMarker(const ExportContext& context, std::string_view targetDirectory,
+                     store::DvArchive& archive) {
+  MarkDirectory(context, targetDirectory, MailArcKind::Root, archive);
+}
+
+void ExportArchiveTree(ExportContext& context, std::string_view archivePath, std::string_view targetDirectory,
+                       bool isLink, std::shared_ptr<store::DvArchive> currentArchive) {
+  if (!MayExportArchives(context)) {
+    context.run.LogError(archivePath, store::store_error::NoAccess,
+                         "Das Recht zum Löschen von Archiven fehlt", run::Severity::Error);
+    return;
+  }
+  ExportWalk(context).ExportTree(archivePath, targetDirectory, isLink, currentArchive.get());
+  CommitStore(context);
+}
+
+}  // namespace velmora::mailarchive
