@@ -1,0 +1,52 @@
+#include "platform/clock.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace velmora::platform {
+namespace {
+
+constexpr std::int64_t SecondsPerDay = 86'400;
+// From 30.12.1899 to 1.1.1970.
+constexpr std::int64_t UnixEpoch = 25'569 * SecondsPerDay;
+
+// How far local civil time is ahead of UTC at a moment.
+std::int64_t UtcOffset(std::int64_t unixSeconds) {
+  const std::time_t moment = unixSeconds;
+  std::tm parts{};
+  return localtime_r(&moment, &parts) == nullptr ? 0 : parts.tm_gmtoff;
+}
+
+class HostClock : public Clock {
+ public:
+  DateTime Now() override { return FromUnixTime(std::time(nullptr)); }
+  std::int64_t SteadyMilliseconds() override {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+  }
+};
+
+}  // namespace
+
+Clock& SystemClock() {
+  static HostClock clock;  // without state
+  return clock;
+}
+
+DateTime FromUnixTime(std::int64_t unixSeconds) {
+  return DateTime::FromSeconds(unixSeconds + UtcOffset(unixSeconds) + UnixEpoch);
+}
+
+std::int64_t ToUnixTime(DateTime local) {
+  const std::int64_t asUtc = local.Seconds() - UnixEpoch;
+  // Offsets change at most once in two days, so the right one holds a day before or a day after.
+  const std::int64_t before = asUtc - UtcOffset(asUtc - SecondsPerDay);
+  const std::int64_t after = asUtc - UtcOffset(asUtc + SecondsPerDay);
+  const bool isBefore = FromUnixTime(before) == local;
+  const bool isAfter = FromUnixTime(after) == local;
+  if (isBefore && isAfter) return std::min(before, after);
+  // With the old offset, a civil time that the clocks skipped is as far behind the change as it was meant.
+  return isAfter ? after : before;
+}
+
+}  // namespace velmora::platform

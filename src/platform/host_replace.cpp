@@ -1,0 +1,167 @@
+// Replacing a file as a whole, and bringing what was written to its disk.
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <optional>
+
+#include "platform/attributes.h"
+#include "platform/exclusive_rename.h"
+#include "platform/file_bytes.h"
+#include "platform/file_errors.h"
+#include "platform/host_files.h"
+
+namespace velmora::platform {
+namespace {
+
+constexpr mode_t PermissionBits = 07777;
+constexpr int MaxTemporaryNames = 100;
+
+// A new file of a name that nobody uses, removed again unless it was renamed.
+class BesideFile {
+ public:
+  explicit BesideFile(int directory) : directory_(directory) {}
+  BesideFile(const BesideFile&) = delete;
+  BesideFile& operator=(const BesideFile&) = delete;
+  ~BesideFile() {
+    if (file_ && !isKept_) (void)unlinkat(directory_, name_.c_str(), 0);  // nothing more can be done
+  }
+
+  int Make(mode_t mode) {
+    for (int attempt = 0; attempt < MaxTemporaryNames; ++attempt) {
+      name_ = ".velmora-" + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
+      file_ = Descriptor(openat(directory_, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+      if (file_ || errno != EEXIST) break;
+    }
+    return file_ ? 0 : errno;
+  }
+  int Get() const { return file_.Get(); }
+
+  int RenameOver(const std::string& name, bool exclusive) {
+    const int error = exclusive ? RenameExclusively(directory_, name_, directory_, name)
+                      : renameat(directory_, name_.c_str(), directory_, name.c_str()) == 0 ? 0
+                                                                                           : errno;
+    isKept_ = error == 0;
+    return error;
+  }
+
+ private:
+  int directory_;
+  std::string name_;
+  Descriptor file_;
+  bool isKept_ = false;
+};
+
+int SyncDirectory(int directory) {
+  const Descriptor readable(openat(directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  // Some file systems cannot sync directories and say so; they keep their names by other means.
+  if (!readable || fsync(readable.Get()) == 0 || errno == EINVAL || errno == ENOTSUP) return 0;
+  return errno;
+}
+
+struct Replacement {
+  int Directory;
+  std::string Name;
+  bool IsExclusive;
+  bool OwnerOnly;
+  std::optional<DateTime> Time;
+  const struct stat* Old;  // null for a new file
+};
+
+int Replace(const Replacement& wanted, std::string_view bytes) {
+  BesideFile beside(wanted.Directory);
+  const mode_t mode = wanted.OwnerOnly        ? S_IRUSR | S_IWUSR
+                      : wanted.Old != nullptr ? wanted.Old->st_mode & PermissionBits
+                                              : 0666;
+  if (const int error = beside.Make(mode); error != 0) return error;
+  if (wanted.Old != nullptr) {
+    if (fchmod(beside.Get(), mode) != 0) return errno;
+    // Only the root user may give a file away, and nobody else has to.
+    (void)fchown(beside.Get(), wanted.Old->st_uid, wanted.Old->st_gid);
+    const Descriptor old(openat(wanted.Directory, wanted.Name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (old) CopyDosAttributes(old.Get(), beside.Get());
+  }
+  if (const int error = WriteAll(beside.Get(), bytes); error != 0) return error;
+  if (wanted.Time) {
+    if (const int error = StoreTime(beside.Get(), *wanted.Time); error != 0) return error;
+  }
+  if (fsync(beside.Get()) != 0) return errno;
+  if (const int error = beside.RenameOver(wanted.Name, wanted.IsExclusive); error != 0) return error;
+  return SyncDirectory(wanted.Directory);
+}
+
+// Where a symbolic link leads: what it points to is replaced, the link stays.
+struct LinkTarget {
+  Descriptor Directory;
+  std::string Name;
+};
+
+std::optional<LinkTarget> FollowLink(const std::string& hostPath) {
+  const std::unique_ptr<char, decltype(&free)> resolved(realpath(hostPath.c_str(), nullptr), free);
+  if (!resolved) return std::nullopt;
+  const std::string path = resolved.get();
+  const std::size_t separator = path.rfind('/');
+  const std::string directory = separator == 0 ? "/" : path.substr(0, separator);
+  return LinkTarget{Descriptor(open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)),
+                    path.substr(separator + 1)};
+}
+
+}  // namespace
+
+Status HostFiles::ReplaceFile(std::string_view path, std::string_view bytes, const WriteOptions& options) {
+  const Result<Place> place = LocateAndTell(path);
+  if (!place) return Fail(place.error());
+  Folder& folder = *place->In;
+  (void)folder.Index.Refresh(DirectoryIndex::Trust::LookUp);  // unreadable: exact names only
+  struct stat old {};
+  const std::string found = folders_.FindName(*place, &old);
+  const bool isExclusive = options.Mode == Create::Exclusive;
+  if (!found.empty() && isExclusive) return FailWith(file_error::AlreadyExists);
+
+  Replacement wanted{folder.Index.Get(), found.empty() ? place->HostName : found,
+                     isExclusive,        options.OwnerOnly,
+                     options.Time,       found.empty() ? nullptr : &old};
+  std::optional<LinkTarget> link;
+  if (!found.empty() && S_ISLNK(old.st_mode)) {
+    link = FollowLink(folder.HostPathOf(found));
+    if (!link || !link->Directory ||
+        fstatat(link->Directory.Get(), link->Name.c_str(), &old, AT_SYMLINK_NOFOLLOW) != 0) {
+      return FailWith(file_error::FileNotFound);
+    }
+    wanted.Directory = link->Directory.Get();
+    wanted.Name = link->Name;
+  }
+  if (!found.empty() && (!S_ISREG(old.st_mode) || IsReadOnly(old))) return FailWith(file_error::AccessDenied);
+  if (!link && !folder.IsWritable()) return FailWith(file_error::AccessDenied);
+
+  const int error = Replace(wanted, bytes);
+  if (found.empty() && error == 0) {
+    folder.Index.NoteCreated(place->HostName, NameKind::File);
+  } else {
+    folder.Index.NoteTouched();
+  }
+  NoteChange(folder);
+  if (error != 0) return FailWithErrno(error, file_error::PathNotFound);
+  return {};
+}
+
+Status HostFiles::SyncWritten() {
+  // One call brings all of a disk's changes to it, however many files they lie in.
+  for (const auto& [device, path] : written_) {
+    const Descriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    struct stat status {};
+    const bool isThere = folder && fstat(folder.Get(), &status) == 0 && status.st_dev == device;
+    if (!isThere) {
+      sync();  // the folder that led to the disk is gone
+    } else if (syncfs(folder.Get()) != 0) {
+      return FailWithErrno(errno);
+    }
+  }
+  written_.clear();
+  return {};
+}
+
+}  // namespace velmora::platform
