@@ -63,6 +63,7 @@ class DvResources {
   virtual Result<std::vector<DvResourceFile>> FaxTemplates() = 0;
   virtual Result<std::vector<DvResourceFile>> Graphics() = 0;
   virtual Result<std::vector<DvBroadcastList>> BroadcastLists() = 0;
+  virtual std::string BroadcastListDirectory() = 0;  // Windows path, without "\\" at the end
 };
 
 struct DvSite {

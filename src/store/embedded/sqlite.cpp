@@ -41,6 +41,11 @@ Statement& Statement::Bind(int parameter, std::string_view value) {
   return *this;
 }
 
+Statement& Statement::BindNull(int parameter) {
+  sqlite3_bind_null(statement_.get(), parameter);
+  return *this;
+}
+
 Result<bool> Statement::Step() {
   const int code = sqlite3_step(statement_.get());
   if (code == SQLITE_ROW) return true;
@@ -67,6 +72,10 @@ std::string Statement::Text(int column) const {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
   if (text == nullptr) return {};
   return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column))};
+}
+
+bool Statement::IsNull(int column) const {
+  return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL;
 }
 
 Result<Sqlite> Sqlite::Open(const std::string& hostPath, Mode mode) {

@@ -18,6 +18,7 @@ class Statement {
   // Parameters count from 1, columns from 0.
   Statement& Bind(int parameter, std::int64_t value);
   Statement& Bind(int parameter, std::string_view value);
+  Statement& BindNull(int parameter);
   // True: a row stands ready. False: the end.
   Result<bool> Step();
   // Steps to the end; for what gives no rows.
@@ -27,6 +28,7 @@ class Statement {
 
   std::int64_t Number(int column) const;
   std::string Text(int column) const;
+  bool IsNull(int column) const;
 
  private:
   friend class Sqlite;

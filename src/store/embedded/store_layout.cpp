@@ -6,19 +6,15 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "store/user_directory.h"
+#include "store/vocabulary.h"
 
 namespace velmora::store::embedded {
 namespace {
 
-namespace display_as {
-constexpr int InBox = 1, OutBox = 2, Address = 4, Calendar = 6, News = 8, HtmlLayout = 9, Task = 10,
-              Media = 11;
-}
-
 constexpr std::string_view UserRootsDirectory = "user";
 
 // Outside the archives that all users share (common, address, resource) stands what is the administrators'.
-constexpr std::array<SpecialArchive, 25> SystemArchiveTable{{
+constexpr std::array<FixedArchive, 25> SystemArchiveTable{{
     {special::UserRoots, UserRootsDirectory, "Benutzer", 0, true},
     {special::Common, "common", "Gemeinsam"},
     {3, "faxbox", "FaxBox", display_as::InBox, true},
@@ -47,7 +43,7 @@ constexpr std::array<SpecialArchive, 25> SystemArchiveTable{{
 }};
 
 // The user's root itself (kind 100) is no row: its name is the user's.
-constexpr std::array<SpecialArchive, 14> UserArchiveTable{{
+constexpr std::array<FixedArchive, 14> UserArchiveTable{{
     {special::Inbox, "in", "Eingang", display_as::InBox},
     {special::Outgoing, "out", "Ausgang", display_as::OutBox},
     {103, "text", "Textbausteine"},
@@ -64,14 +60,14 @@ constexpr std::array<SpecialArchive, 14> UserArchiveTable{{
     {113, "portal", "Portal", display_as::HtmlLayout},
 }};
 
-const SpecialArchive* FindKind(std::span<const SpecialArchive> table, int kind) {
-  const auto row = std::ranges::find(table, kind, &SpecialArchive::Kind);
+const FixedArchive* FindKind(std::span<const FixedArchive> table, int kind) {
+  const auto row = std::ranges::find(table, kind, &FixedArchive::Kind);
   return row == table.end() ? nullptr : &*row;
 }
 
-bool HasDirectory(std::span<const SpecialArchive> table, std::string_view relative) {
+bool HasDirectory(std::span<const FixedArchive> table, std::string_view relative) {
   return std::ranges::any_of(
-      table, [&](const SpecialArchive& archive) { return EqualsFold(archive.Directory, relative); });
+      table, [&](const FixedArchive& archive) { return EqualsFold(archive.Directory, relative); });
 }
 
 // What follows `directory` + "\" in `path`; nothing when the path does not lie below it.
@@ -82,8 +78,8 @@ std::optional<std::string_view> RelativeTo(std::string_view directory, std::stri
 
 }  // namespace
 
-std::span<const SpecialArchive> SystemArchives() { return SystemArchiveTable; }
-std::span<const SpecialArchive> UserArchives() { return UserArchiveTable; }
+std::span<const FixedArchive> SystemArchives() { return SystemArchiveTable; }
+std::span<const FixedArchive> UserArchives() { return UserArchiveTable; }
 
 StoreLayout::StoreLayout(std::string_view serverName)
     : root_("\\\\" + std::string(serverName) + "\\DAVID"),
@@ -117,7 +113,7 @@ bool StoreLayout::IsSpecial(std::string_view directory, std::span<const UserReco
   });
 }
 
-ArchiveProperties PropertiesOf(const SpecialArchive& archive, int owner) {
+ArchiveProperties PropertiesOf(const FixedArchive& archive, int owner) {
   ArchiveProperties properties;
   properties.Kind = archive.Kind;
   properties.DisplayType = archive.DisplayType;

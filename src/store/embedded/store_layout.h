@@ -13,7 +13,7 @@
 namespace velmora::store::embedded {
 
 // An archive that the store makes itself: never deleted, renamed or moved.
-struct SpecialArchive {
+struct FixedArchive {
   int Kind;                    // the number under which GetSpecialArchive gives it; 0 for one that has none
   std::string_view Directory;  // below the archive root, or below the user's own directory
   std::string_view Name;
@@ -22,8 +22,8 @@ struct SpecialArchive {
 };
 
 // Parents stand before their children in both.
-std::span<const SpecialArchive> SystemArchives();
-std::span<const SpecialArchive> UserArchives();
+std::span<const FixedArchive> SystemArchives();
+std::span<const FixedArchive> UserArchives();
 
 // The directories of one store as UNC paths without "\" at the end.
 class StoreLayout {
@@ -44,6 +44,6 @@ class StoreLayout {
 };
 
 // What the record of a special archive holds. `owner`: user id, 0 for the system's archives.
-ArchiveProperties PropertiesOf(const SpecialArchive& archive, int owner);
+ArchiveProperties PropertiesOf(const FixedArchive& archive, int owner);
 
 }  // namespace velmora::store::embedded

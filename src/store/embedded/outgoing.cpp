@@ -1,0 +1,129 @@
+#include "store/embedded/outgoing.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "platform/host.h"
+#include "store/embedded/mail_composer.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+constexpr std::int64_t Sent = 0;
+constexpr std::int64_t MailServerUnreachable = 43;
+
+Result<std::vector<std::string>> AllRecipients(DvMailItem& mail) {
+  std::vector<std::string> addresses;
+  for (const auto& list : {mail.To(), mail.Cc(), mail.Bcc()}) {
+    if (!list) return Fail(list.error());
+    for (const auto& recipient : *list) addresses.emplace_back(Trim(recipient.Address));
+  }
+  return addresses;
+}
+
+struct Distribution {
+  std::vector<int> Users;           // ids, each once
+  std::vector<std::string> Others;  // for the sendmail program
+  bool HasRefused = false;          // an address that cannot be one
+};
+
+Distribution Distribute(const std::vector<std::string>& addresses, const std::vector<UserRecord>& users) {
+  Distribution result;
+  for (const auto& address : addresses) {
+    if (!IsPlainAddress(address)) {
+      result.HasRefused = true;
+      continue;
+    }
+    bool isLocal = false;
+    for (const auto& user : users) {
+      if (!EqualsFold(user.MailAddress, address)) continue;
+      isLocal = true;
+      if (std::ranges::find(result.Users, user.Id) == result.Users.end()) result.Users.push_back(user.Id);
+    }
+    if (!isLocal) result.Others.push_back(address);
+  }
+  return result;
+}
+
+bool DeliverToUsers(StoreSession& session, const std::vector<int>& users, const std::string& message) {
+  bool delivered = true;
+  DeliverOptions options;
+  options.Received = session.Clock.Now();
+  options.Mailbox = session.User.LoginName;
+  for (const int user : users) {
+    const auto inbox = session.Layout.SpecialDirectory(special::Inbox, user);
+    delivered = inbox && session.Messages.Deliver(*inbox, message, options) && delivered;
+  }
+  return delivered;
+}
+
+bool HandToProgram(StoreSession& session, const std::string& sender,
+                   const std::vector<std::string>& recipients, const std::string& message) {
+  if (recipients.empty()) return true;
+  const auto program = session.Site.Value(site_value::Sendmail);
+  if (!program || program->empty() || !IsPlainAddress(sender)) return false;
+  std::vector<std::string> arguments{*program, "-oi", "-f", sender, "--"};
+  arguments.insert(arguments.end(), recipients.begin(), recipients.end());
+  const auto result = platform::RunProcess(arguments, message);
+  return result && result->ExitStatus == 0;
+}
+
+Result<std::string> SenderOf(StoreSession& session, DvMailItem& mail) {
+  auto sender = mail.Sender();
+  if (!sender) return Fail(sender.error());
+  return sender->Address.empty() ? session.User.MailAddress : sender->Address;
+}
+
+// The archive directory of an entry, from the place of its files.
+Result<std::string> DirectoryOfEntry(DvItem& item) {
+  const auto location = item.Fields().Get(tag::Location);
+  if (!location) return Fail(location.error());
+  return StripBackslash(DirectoryOf(FieldText(*location)));
+}
+
+Result<bool> Send(StoreSession& session, DvMailItem& mail, EntryKey key) {
+  const auto addresses = AllRecipients(mail);
+  if (!addresses) return Fail(addresses.error());
+  const auto users = session.Site.Users();
+  if (!users) return Fail(users.error());
+  const auto sender = SenderOf(session, mail);
+  if (!sender) return Fail(sender.error());
+  const auto message = MessageBytes(session, mail, key, JoinPath(session.Layout.Code(), "tmp"));
+  if (!message) return Fail(message.error());
+  const auto distribution = Distribute(*addresses, *users);
+  const bool delivered = DeliverToUsers(session, distribution.Users, *message);
+  const bool handedOn = HandToProgram(session, *sender, distribution.Others, *message);
+  return delivered && handedOn && !addresses->empty() && !distribution.HasRefused;
+}
+
+}  // namespace
+
+Status SubmitMail(StoreSession& session, DvMailItem& mail, EntryKey key) {
+  const auto sent = Send(session, mail, key);
+  const bool isSent = sent && *sent;
+  auto& item = mail.Item();
+  if (const auto set = item.Fields().Set(tag::SendStatus, isSent ? Sent : MailServerUnreachable); !set)
+    return set;
+  if (const auto updated = item.Update(); !updated) return updated;
+  if (const auto committed = session.Messages.Commit(); !committed) return committed;
+  return sent ? Status() : Fail(sent.error());
+}
+
+Result<std::string> MessageBytes(StoreSession& session, DvMailItem& mail, EntryKey key,
+                                 const std::string& temporaryDirectory) {
+  const auto directory = DirectoryOfEntry(mail.Item());
+  if (!directory) return Fail(directory.error());
+  const std::string source = session.Messages.SourcePath(*directory, key);
+  if (!source.empty()) return session.FileSystem.ReadFile(source);
+  ComposeOptions options;
+  options.DefaultSender = session.User.MailAddress;
+  options.MessageIdDomain = ToLower(session.ServerName) + ".localdomain";
+  options.TemporaryDirectory = temporaryDirectory;
+  return ComposeMail(mail, session.FileSystem, session.Clock, options);
+}
+
+}  // namespace velmora::store::embedded

@@ -1,0 +1,20 @@
+// What happens to a mail that is submitted: it is delivered to the users of the store whose mail address it
+// names, and handed to the site's sendmail program for all others.
+#pragma once
+
+#include "base/result.h"
+#include "store/embedded/store_session.h"
+#include "store/item.h"
+
+namespace velmora::store::embedded {
+
+// `mail` stands in its archive under `key`. Afterwards its send status is 0 where every recipient has been
+// served, else 43 ("Mail Server nicht erreichbar"): a recipient that nobody takes, an address that is
+// refused, a program that is missing or fails. An error only when the entry itself cannot be read or written.
+Status SubmitMail(StoreSession& session, DvMailItem& mail, EntryKey key);
+
+// The message of a mail entry as bytes: its source where it has one, else composed.
+Result<std::string> MessageBytes(StoreSession& session, DvMailItem& mail, EntryKey key,
+                                 const std::string& temporaryDirectory);
+
+}  // namespace velmora::store::embedded
