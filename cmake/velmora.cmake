@@ -8,6 +8,11 @@ if(VELMORA_SANITIZE)
                                                  -fno-omit-frame-pointer -O1)
   target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(VELMORA_FUZZ)
+  target_compile_options(velmora_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+                                                 -fno-sanitize-recover=all -O1)
+  target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined)
+endif()
 
 # velmora_library(NAME SOURCES ... LINK ...): the static library velmora_NAME.
 function(velmora_library name)

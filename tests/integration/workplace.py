@@ -1,0 +1,63 @@
+"""A scratch directory with a store, a mail archive and a process environment that touches nothing outside of it."""
+
+import argparse
+import contextlib
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+
+@contextlib.contextmanager
+def from_command_line(usage):
+    """--bin DIR [--keep DIR] MESSAGES...: a Workplace. Every directory below MESSAGES with *.eml files is an archive."""
+    parser = argparse.ArgumentParser(description=usage, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--bin", type=pathlib.Path, required=True, help="where the programs lie")
+    parser.add_argument("--keep", type=pathlib.Path, help="work here and leave everything standing")
+    parser.add_argument("messages", type=pathlib.Path, nargs="+")
+    options = parser.parse_args()
+    with contextlib.ExitStack() as stack:
+        directory = options.keep or pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory()))
+        directory.mkdir(exist_ok=True)
+        yield Workplace(directory.resolve(), options.bin, options.messages)
+
+
+class Workplace:
+    def __init__(self, directory, programs, messages):
+        self.directory, self.programs, self.messages = directory, programs, messages
+        self.archive = directory / "Mailarchiv"
+        self.archive.mkdir(exist_ok=True)
+        self.sources = []  # the bytes of every message delivered
+        keep = {key: value for key, value in os.environ.items() if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        own = {f"VELMORA_{name}_DIR": str(directory / name.lower())
+               for name in ("CONFIG", "STATE", "DATA", "TEMP", "MACHINE_CONFIG")}
+        self.environment = {**keep, **own, "VELMORA_STORE": str(directory / "store"), "HOME": str(directory),
+                            "TZ": "Europe/Berlin"}
+
+    def run(self, program, *arguments):
+        command = [str(self.programs / program), *map(str, arguments)]
+        done = subprocess.run(command, env=self.environment, capture_output=True, text=True)
+        if done.returncode != 0:
+            sys.exit(f"{' '.join(command[:4])} ended with {done.returncode}\n{done.stdout}{done.stderr}")
+        return done.stdout
+
+    def deliver(self):
+        self.run("velmoractl", "store", "init", self.environment["VELMORA_STORE"], "--server", "PRUEFUNG")
+        for top in self.messages:
+            for directory in sorted({path.parent for path in top.rglob("*.eml")}):
+                files = sorted(directory.glob("*.eml"))
+                self.sources += [file.read_bytes() for file in files]
+                archive = pathlib.PurePosixPath("Gemeinsam", top.name, directory.relative_to(top))
+                self.run("velmoractl", "store", "deliver", "--archive", archive, *files)
+
+    def export(self):
+        control = self.directory / "export.txt"
+        control.write_text(f"command=archivecopymove\nsrcarchive=/Archive/Gemeinsam\ndstdirectory={self.archive}\n"
+                           "saveatt=y\nsaveeml=y\nsavesmtp=y\nsavecmt=y\nmakeidx=y\n")
+        self.run("velmora", f"-b:{control}")
+
+    def log_entries(self):
+        """The entries of the error log, without its heading."""
+        log = self.directory / "state" / "VelmoraError.log"
+        return log.read_text("cp1252").splitlines()[1:] if log.exists() else []
