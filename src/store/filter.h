@@ -75,7 +75,7 @@ struct EntryTraits {
   int DisplayType = 0;  // see display_type.h
   bool Viewed = false;
   bool HasAttachments = false;
-  std::optional<std::int64_t> SendStatus;  // nothing for an entry that was never sent
+  std::optional<std::int64_t> SendStatus = std::nullopt;  // nothing for an entry that was never sent
 };
 
 // The bit that keeps entries of a display type out, 0 for types that no bit keeps out. Every display type of
