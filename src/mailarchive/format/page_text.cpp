@@ -5,7 +5,7 @@
 namespace velmora::mailarchive {
 namespace {
 
-constexpr std::string_view HeadTags[] = {"meta", "link", "base", "iframe"};
+constexpr std::string_view HeadTags[] = {"meta", "link", "base", "iframe", "frame"};
 
 // Case as an HTML parser sees it: of ASCII letters only.
 constexpr char Lower(char letter) {

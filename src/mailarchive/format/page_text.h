@@ -7,9 +7,10 @@
 namespace velmora::mailarchive {
 
 // Values go into pages as they are, markup included, and the page's Content-Security-Policy keeps them from
-// running script and from loading anything. Four elements escape such a policy: `meta` (redirects), `link`
-// (look-ups and connections made ahead), `base`, and `iframe`, whose inner page can hold the other three.
-// Here their "<" becomes "&lt;", in any case; everything else stays byte for byte.
+// running script and from loading anything. Some elements escape such a policy: `meta` redirects, `base`
+// bends links, `link` has names looked up and connections made ahead, and so does a frame, even one that the
+// policy then forbids. Here the "<" of `meta`, `link`, `base`, `iframe`, `frame` and `frameset` becomes
+// "&lt;", in any case; everything else stays byte for byte.
 std::string NeutralizeHeadTags(std::string_view text);
 
 }  // namespace velmora::mailarchive
