@@ -20,7 +20,7 @@ namespace {
 constexpr mode_t PermissionBits = 07777;
 constexpr int MaxTemporaryNames = 100;
 
-// A new file of a name that nobody uses, removed again unless it was renamed.
+// A new file of a name that nobody uses, or of one kept for such work, removed again unless it was renamed.
 class BesideFile {
  public:
   explicit BesideFile(int directory) : directory_(directory) {}
@@ -30,13 +30,19 @@ class BesideFile {
     if (file_ && !isKept_) (void)unlinkat(directory_, name_.c_str(), 0);  // nothing more can be done
   }
 
-  int Make(mode_t mode) {
-    for (int attempt = 0; attempt < MaxTemporaryNames; ++attempt) {
-      name_ = ".velmora-" + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
-      file_ = Descriptor(openat(directory_, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-      if (file_ || errno != EEXIST) break;
+  // `workName`: the name to use, "" for one of our own.
+  int Make(mode_t mode, const std::string& workName) {
+    if (!workName.empty()) {
+      // What a killed process left may be open to others, or a link.
+      if (unlinkat(directory_, workName.c_str(), 0) != 0 && errno != ENOENT) return errno;
+      return TryName(workName, mode);
     }
-    return file_ ? 0 : errno;
+    for (int attempt = 0; attempt < MaxTemporaryNames; ++attempt) {
+      const std::string name =
+          ".velmora-" + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
+      if (const int error = TryName(name, mode); error != EEXIST) return error;
+    }
+    return EEXIST;
   }
   int Get() const { return file_.Get(); }
 
@@ -49,6 +55,12 @@ class BesideFile {
   }
 
  private:
+  int TryName(const std::string& name, mode_t mode) {
+    name_ = name;
+    file_ = Descriptor(openat(directory_, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    return file_ ? 0 : errno;
+  }
+
   int directory_;
   std::string name_;
   Descriptor file_;
@@ -69,6 +81,7 @@ struct Replacement {
   bool OwnerOnly;
   std::optional<DateTime> Time;
   const struct stat* Old;  // null for a new file
+  std::string WorkName;    // "" for a name of our own
 };
 
 int Replace(const Replacement& wanted, std::string_view bytes) {
@@ -76,7 +89,7 @@ int Replace(const Replacement& wanted, std::string_view bytes) {
   const mode_t mode = wanted.OwnerOnly        ? S_IRUSR | S_IWUSR
                       : wanted.Old != nullptr ? wanted.Old->st_mode & PermissionBits
                                               : 0666;
-  if (const int error = beside.Make(mode); error != 0) return error;
+  if (const int error = beside.Make(mode, wanted.WorkName); error != 0) return error;
   if (wanted.Old != nullptr) {
     if (fchmod(beside.Get(), mode) != 0) return errno;
     // Only the root user may give a file away, and nobody else has to.
@@ -121,9 +134,9 @@ Status HostFiles::ReplaceFile(std::string_view path, std::string_view bytes, con
   const bool isExclusive = options.Mode == Create::Exclusive;
   if (!found.empty() && isExclusive) return FailWith(file_error::AlreadyExists);
 
-  Replacement wanted{folder.Index.Get(), found.empty() ? place->HostName : found,
-                     isExclusive,        options.OwnerOnly,
-                     options.Time,       found.empty() ? nullptr : &old};
+  Replacement wanted{
+      folder.Index.Get(), found.empty() ? place->HostName : found, isExclusive,     options.OwnerOnly,
+      options.Time,       found.empty() ? nullptr : &old,          options.WorkName};
   std::optional<LinkTarget> link;
   if (!found.empty() && S_ISLNK(old.st_mode)) {
     link = FollowLink(folder.HostPathOf(found));
