@@ -10,7 +10,7 @@
 
 #include "run/front_ends.h"
 
-namespace velmora::tests {
+namespace velmora::test {
 
 class ScriptedFrontEnd final : run::Prompts, run::Choosers, run::Progress, run::StatusDisplay, run::Viewers {
  public:
@@ -90,4 +90,4 @@ class ScriptedFrontEnd final : run::Prompts, run::Choosers, run::Progress, run::
   }
 };
 
-}  // namespace velmora::tests
+}  // namespace velmora::test

@@ -1,0 +1,190 @@
+#include "startup/main_sequence.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <optional>
+
+#include "base/paths.h"
+#include "platform/make_folders.h"
+#include "settings/options_table.h"
+#include "startup/command_line.h"
+#include "startup/file_types.h"
+#include "startup/hand_over.h"
+#include "startup/run_control_file.h"
+#include "startup/settings_session.h"
+#include "startup/sign_on.h"
+#include "startup/start_archives.h"
+#include "startup/temp_dir.h"
+
+namespace velmora::startup {
+namespace {
+
+constexpr std::string_view LockName = "instance.lock";
+
+using Lock = std::unique_ptr<platform::InstanceLock>;
+
+// What a start finds: the lock, or that another instance holds it. Where no lock can be made nothing is known
+// of other instances, and the start goes on.
+struct Instance {
+  Lock Held;
+  bool AnotherRuns = false;
+};
+
+Instance TakeInstanceLock(Context& context) {
+  const std::string& config = context.process.Directories.Config;
+  (void)platform::MakeFolders(context.fileSystem, context.fileSystem.FromHostPath(config), true);
+  Result<Lock> lock = platform::TryInstanceLock(fmt::format("{}/{}", config, LockName));
+  if (!lock) {
+    return {};
+  }
+  const bool anotherRuns = *lock == nullptr;
+  return {*std::move(lock), anotherRuns};
+}
+
+void ChooseServer(Context& context) {
+  if (!context.process.NamedServer.empty()) {
+    context.session.ServerName = context.process.NamedServer;
+    return;
+  }
+  context.session.ServerName = settings::ToText(context.settingsStore.GetUserSetting(
+      settings::section::Options, settings::name::LastUsedServer, std::string()));
+}
+
+int TellThatNoWindowExists(Context& context) {
+  context.prompts().Message("Velmora",
+                            "Das Fenster ist nicht Bestandteil dieser Version. Möglich sind unbeaufsichtigte "
+                            "Läufe mit \"-b:<Steuerdatei>\"; \"-?\" zeigt alle Optionen.",
+                            run::Icon::Stop);
+  return exit_status::NothingRan;
+}
+
+int Migrate(Context& context) {
+  if (context.windows == nullptr) {
+    return TellThatNoWindowExists(context);
+  }
+  const Instance instance = TakeInstanceLock(context);
+  if (instance.AnotherRuns) {
+    context.prompts().Message("Fehler", "Im Migrationsmode ist der Mehrfachstart nicht erlaubt.",
+                              run::Icon::Stop);
+    return exit_status::NothingRan;
+  }
+  context.windows->ShowMigrationDialog(context);
+  return exit_status::Done;
+}
+
+int HandOver(Context& context) {
+  ChooseServer(context);
+  if (!SignOn(context)) {
+    return exit_status::NothingRan;
+  }
+  LoadSettings(context);
+  WriteHandOverFile(context);
+  context.windows->ActivateWindow(BuildMainCaption(context));
+  SignOff(context);
+  return exit_status::Done;
+}
+
+int StartFirst(Context& context) {
+  ChooseServer(context);
+  const StartOutcome started = StartAfterLogin(context);
+  if (!started.CanGoOn) {
+    return started.ExitStatus;
+  }
+  if (context.windows == nullptr) {
+    const int status = TellThatNoWindowExists(context);
+    Shutdown(context);
+    return status;
+  }
+  DeleteStaleHandOver(context);
+  return context.windows->RunMainWindow(context);
+}
+
+// No settings are saved; only what this run made goes.
+int RunUnattended(Context& context) {
+  if (context.options.ClearErrorLog) {
+    context.run.DeleteErrorLog();
+  }
+  const BatchOutcome outcome = RunControlFile(context, context.process.ControlFile);
+  if (context.process.TempDirIsOwn) {
+    RemoveTempDir(context);
+  }
+  SignOff(context);
+  return outcome.ExitStatus;
+}
+
+}  // namespace
+
+int Main(Context& context) {
+  ProcessFields& process = context.process;
+  if (IsMigration(process.CommandLine)) {
+    return Migrate(context);
+  }
+  if (IsUnattended(process.CommandLine)) {
+    // Known before signing on, so that nothing can show a box.
+    process.BatchMode = context.run.BatchMode = true;
+    return StartFirst(context);
+  }
+  if (context.windows == nullptr) {
+    return StartFirst(context);
+  }
+  const Instance instance = TakeInstanceLock(context);
+  return instance.AnotherRuns ? HandOver(context) : StartFirst(context);
+}
+
+StartOutcome StartAfterLogin(Context& context) {
+  if (!SignOn(context)) {
+    return {};
+  }
+  ScanDavidShare(context);
+  if (const std::optional<int> status = ReadCommandLine(context, LineSource::Arguments)) {
+    return {false, *status};
+  }
+  RegisterFileTypes(context);
+  if (!VersionUnchanged(context)) {
+    ClearSettings(context);
+  }
+  LoadSettings(context);
+  context.process.ServerChanging = false;
+  context.process.MainInitDone = false;
+  if (context.process.BatchMode) {
+    return {false, RunUnattended(context)};
+  }
+  return {true, exit_status::Done};
+}
+
+void Shutdown(Context& context) {
+  RemoveTempDir(context);
+  if (!context.process.ServerChanging) {
+    SaveSettings(context, false);
+  }
+  SignOff(context);
+}
+
+bool ConfirmExit(Context& context, bool ask) {
+  if (ask && context.prompts().Question("Ende", "Velmora wirklich beenden?", run::Buttons::YesNo,
+                                        run::Answer::Yes) != run::Answer::Yes) {
+    return false;
+  }
+  if (context.windows != nullptr) {
+    context.windows->UnloadWindows();
+  }
+  return !context.process.ServerChanging;
+}
+
+StartOutcome RestartSession(Context& context) {
+  if (context.windows != nullptr) {
+    context.windows->UnloadWindows();
+  }
+  SignOff(context);
+  return StartAfterLogin(context);
+}
+
+std::string BuildMainCaption(Context& context) {
+  store::DvAccount& account = *context.session.Account;
+  return fmt::format("{} {}.{} - {} ({}){}", settings::ProductName, context.process.Version.Major,
+                     context.process.Version.Minor, account.User().Name(), account.User().Mailaddress(),
+                     account.Product() == store::DvProductDavidMobile ? " Mobil Offline" : "");
+}
+
+}  // namespace velmora::startup

@@ -1,0 +1,98 @@
+#include "startup/run_control_file.h"
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "platform/host.h"
+#include "startup/batch_export.h"
+#include "startup/batch_logs.h"
+#include "startup/batch_run.h"
+
+namespace velmora::startup {
+namespace {
+
+constexpr std::int64_t MaximumFileSize = std::int64_t{16} << 20;
+
+// What the settings say; what is written of a mail is off until the file asks for it.
+mailarchive::ExportOptions ExportDefaults(const settings::Options& options) {
+  mailarchive::ExportOptions defaults;
+  defaults.NoDuplicates = options.NoDuplicateFiles;
+  defaults.MakeIndex = options.MakeIndex;
+  defaults.DeleteArchives = options.DeleteArchive;
+  defaults.DateIndexSortedUp = options.DateIndexSortedUp;
+  defaults.CreateAutorunInf = options.CreateAutorunInf;
+  defaults.ItemFilter = static_cast<std::uint32_t>(options.DvItemFilter);
+  defaults.InhibitItems = options.DvInhibitItems;
+  defaults.SeparateAttachmentsFolder = options.SeparateAttachmentsFolder;
+  defaults.AttachmentFolder = options.AttachmentFolder;
+  defaults.HtmlMailFolder = options.HTMLMailFolder;
+  defaults.FaxFolder = options.FaxFolder;
+  defaults.EmlFolder = options.EMLFolder;
+  defaults.VcfFolder = options.VCFFolder;
+  defaults.VoiceMailFolder = options.VoiceMailFolder;
+  defaults.CommentFolder = options.CommentFolder;
+  return defaults;
+}
+
+std::string ControlFilePath(Context& context, std::string_view path) {
+  const std::string typed = context.fileSystem.FromUserPath(path);
+  return typed.find('\\') == std::string::npos ? JoinPath(context.process.ProgramDirectory, typed) : typed;
+}
+
+Result<std::string> ReadControlFile(Context& context, std::string_view path) {
+  const std::string found = ControlFilePath(context, path);
+  const Result<platform::FileEntry> entry = context.fileSystem.GetEntry(found);
+  if (entry && entry->Size > MaximumFileSize) {
+    return Fail(platform::file_error::DeviceError, "Die Datei ist zu groß für eine Steuerdatei");
+  }
+  return context.fileSystem.ReadFile(found);
+}
+
+BatchOutcome RunStatistics(BatchRun& batch) {
+  batch.LogFailure(batch.File().Statistics.OutputFile, platform::file_error::DeviceError,
+                   "Der Statistikbericht steht in dieser Version nicht zur Verfügung");
+  return {exit_status::DoneWithErrors, ""};
+}
+
+BatchOutcome RunCommand(BatchRun& batch) {
+  const ControlFile& file = batch.File();
+  switch (file.Command) {
+    case BatchCommand::ArchiveCopyMove:
+      return RunArchiveCopyMove(batch);
+    case BatchCommand::ArchiveStatistics:
+      return RunStatistics(batch);
+    case BatchCommand::CopyDavidLogs:
+      return RunCopyDavidLogs(batch);
+    case BatchCommand::None:
+      break;
+  }
+  batch.LogFailure(batch.Name(), batch_error::NoCommand,
+                   file.StoppedAtCommand ? "Unbekanntes Kommando in der Steuerdatei: " + file.UnknownCommand
+                                         : "Die Steuerdatei enthält kein Kommando");
+  return {};
+}
+
+}  // namespace
+
+BatchOutcome RunControlFile(Context& context, std::string_view path) {
+  const Result<std::string> bytes = ReadControlFile(context, path);
+  if (!bytes) {
+    context.run.LogError(path, {bytes.error().Number, "Steuerdatei: " + bytes.error().Text});
+    return {};
+  }
+  return RunControlLines(context, *bytes, path);
+}
+
+BatchOutcome RunControlLines(Context& context, std::string_view bytes, std::string_view name) {
+  const MomentTexts moment = MomentNow(context.clock);
+  BatchRun batch(context, ParseControlFile(bytes, ExportDefaults(context.options), moment),
+                 std::string(name));
+  context.run.ResetCancel();
+  context.run.ResetRunCounters();
+  if (context.settingsStore.IsDamaged(settings::Scope::User)) {
+    batch.LogWarning(context.settingsStore.FilePath(settings::Scope::User),
+                     "Die Einstellungen sind beschädigt, es gelten die Vorgaben");
+  }
+  return RunCommand(batch);
+}
+
+}  // namespace velmora::startup

@@ -1,0 +1,19 @@
+// The target directory of an unattended export: emptying it before the run.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/result.h"
+#include "startup/process.h"
+
+namespace velmora::startup {
+
+// Why a directory must never be emptied by a run: it is the root of a drive or share, or it holds, or lies
+// in, the archive store, or it holds directories that this program or its user lives in. "" when it may be.
+std::string ReasonNotToEmpty(Context& context, std::string_view directory);
+// Deletes all files and folders in the directory and keeps the directory. Every failure is logged; the rest
+// is deleted all the same.
+void EmptyTarget(Context& context, std::string_view directory);
+
+}  // namespace velmora::startup
