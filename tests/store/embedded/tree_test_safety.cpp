@@ -1,0 +1,332 @@
+// Other processes, killed processes, foreign changes, failing disks, and what a check finds.
+#include <fmt/format.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <set>
+#include <thread>
+
+#include "store/archive_files.h"
+#include "store/archive_record.h"
+#include "store/errors.h"
+#include "support/forwarding_file_system.h"
+#include "tree_fixture.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+namespace fs = std::filesystem;
+
+class TreeSafetyTest : public TreeTest {
+ protected:
+  // Runs `work` in a process of its own, which ends with 0 when it returns true.
+  template <typename Work>
+  static pid_t Start(Work work) {
+    const pid_t child = fork();
+    if (child == 0) _exit(work() ? 0 : 1);
+    return child;
+  }
+  static int ExitStatusOf(pid_t child) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  bool CreateMany(std::string_view prefix, int count) {
+    const auto files = MakeFiles();
+    ArchiveTree tree(*files, std::string(Root));
+    for (int i = 0; i < count; ++i)
+      if (!tree.Create(Root, fmt::format("{}{}", prefix, i), {})) return false;
+    return true;
+  }
+  std::string RootList() const { return Temp.ReadHostFile("ARCHIVE/archive.dir"); }
+};
+
+TEST_F(TreeSafetyTest, TwoProcessesWriteOneListAtOnce) {
+  constexpr int Each = 60;
+  const pid_t first = Start([&] { return CreateMany("Gleich", Each); });
+  const pid_t second = Start([&] { return CreateMany("Gleich", Each); });
+  EXPECT_EQ(ExitStatusOf(first), 0);
+  EXPECT_EQ(ExitStatusOf(second), 0);
+  std::set<std::string> directories;
+  for (const ArchiveRecord& child : Children(Root)) directories.insert(child.Directory);
+  EXPECT_EQ(directories.size(), 2u * Each);
+  EXPECT_EQ(RootList().size(), 2u * Each * DirRecord::Size);
+  EXPECT_EQ(CheckTexts(), "");
+}
+
+TEST_F(TreeSafetyTest, AnotherProcessesChangeIsSeenAtOnce) {
+  Make(Root, "Eins");
+  ASSERT_EQ(Children(Root).size(), 1u);
+  for (int round = 0; round < 20; ++round) {
+    ASSERT_EQ(ExitStatusOf(Start([&] { return CreateMany(fmt::format("R{}N", round), 1); })), 0);
+    ASSERT_EQ(Children(Root).size(), static_cast<std::size_t>(round + 2));
+  }
+}
+
+TEST_F(TreeSafetyTest, ChangeInPlaceOfTheSameLengthIsSeen) {
+  Make(Root, "Eins");
+  for (const std::string name : {"Zwei", "Drei", "Vier", "Fünf"}) {
+    ASSERT_EQ(Children(Root).size(), 1u);
+    DirRecord record = *RecordAt(RootList(), 1);
+    ASSERT_TRUE(record.SetName(name));
+    Temp.WriteHostFile("ARCHIVE/archive.dir", record.Bytes());
+    EXPECT_EQ(ChildNames(Root), Names{name});
+    EXPECT_TRUE(Tree->FindByNames(Root, {name}));
+  }
+}
+
+TEST_F(TreeSafetyTest, OldChangeBehindASetBackTimeIsSeen) {
+  Make(Root, "Eins");
+  const std::string before = RootList();
+  Make(Root, "Zwei");
+  std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+  ASSERT_EQ(Children(Root).size(), 2u);  // read once more, and now old enough to be believed
+  DirRecord record = *RecordAt(RootList(), 1);
+  ASSERT_TRUE(record.SetName("Neu"));
+  const auto time = fs::last_write_time(Temp.HostPath("ARCHIVE/archive.dir"));
+  Temp.WriteHostFile("ARCHIVE/archive.dir", std::string(record.Bytes()) + RootList().substr(DirRecord::Size));
+  fs::last_write_time(Temp.HostPath("ARCHIVE/archive.dir"), time);
+  EXPECT_EQ(ChildNames(Root), (Names{"Neu", "Zwei"}));
+}
+
+TEST_F(TreeSafetyTest, VanishedAndNewListsAreSeen) {
+  const ArchiveRecord post = Make(Root, "Post");
+  Make(post.Directory, "Innen");
+  fs::rename(Temp.HostPath("ARCHIVE/POST/archive.dir"), Temp.HostPath("ARCHIVE/POST/weg"));
+  EXPECT_TRUE(Children(post.Directory).empty());
+  std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+  EXPECT_TRUE(Children(post.Directory).empty());
+  fs::rename(Temp.HostPath("ARCHIVE/POST/weg"), Temp.HostPath("ARCHIVE/POST/ARCHIVE.DIR"));
+  EXPECT_EQ(Children(post.Directory).size(), 1u) << "in any case";
+  fs::remove_all(Temp.HostPath("ARCHIVE/POST"));
+  EXPECT_TRUE(Children(post.Directory).empty());
+}
+
+TEST_F(TreeSafetyTest, ListsHandedOutStayAsTheyWere) {
+  for (const auto* name : {"Eins", "Zwei", "Drei"}) Make(Root, name);
+  for (const ArchiveRecord& child : Children(Root)) ASSERT_TRUE(Tree->RemoveRecord(child));
+  EXPECT_TRUE(Children(Root).empty());
+}
+
+// Whenever a writer dies, the old or the new list stands, and the next writer goes on.
+TEST_F(TreeSafetyTest, KilledWriterLeavesTheOldOrTheNewList) {
+  Make(Root, "Anfang");
+  std::size_t count = 1;
+  for (int round = 0; round < 25; ++round) {
+    const pid_t child = Start([&] { return CreateMany("Laufend", 100'000); });
+    std::this_thread::sleep_for(std::chrono::microseconds(3000 + round * 777));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::string list = RootList();
+    ASSERT_EQ(list.size() % DirRecord::Size, 0u);
+    ASSERT_GE(CountRecords(list), count);
+    count = CountRecords(list);
+    for (std::size_t number = 1; number <= count; ++number) {
+      const auto record = RecordAt(list, number);
+      ASSERT_TRUE(record->Path() && record->Name());
+      ASSERT_TRUE(Files->FolderExists(*record->Path())) << "the directory stands before its record";
+    }
+    Make(Root, "Danach");
+    ++count;
+  }
+}
+
+// Ends the process at the n-th step of a write.
+class DyingFileSystem : public test::ForwardingFileSystem {
+ public:
+  DyingFileSystem(platform::FileSystem& inner, int steps) : ForwardingFileSystem(inner), steps_(steps) {}
+
+  Status CreateFolder(std::string_view path, bool ownerOnly) override {
+    return Step(), Inner.CreateFolder(path, ownerOnly);
+  }
+  Status WriteFile(std::string_view path, std::string_view bytes,
+                   const platform::WriteOptions& options) override {
+    return Step(), Inner.WriteFile(path, bytes, options);
+  }
+  Status CopyFile(std::string_view from, std::string_view to,
+                  const platform::WriteOptions& options) override {
+    return Step(), Inner.CopyFile(from, to, options);
+  }
+  Status ReplaceFile(std::string_view path, std::string_view bytes,
+                     const platform::WriteOptions& options) override {
+    return Step(), Inner.ReplaceFile(path, bytes, options);
+  }
+
+ private:
+  void Step() {
+    if (steps_-- == 0) _exit(77);
+  }
+  int steps_;
+};
+
+TEST_F(TreeSafetyTest, DeathBetweenTheStepsOfAMoveLosesNothing) {
+  const ArchiveRecord to = Make(Root, "Ziel");
+  int deaths = 0;
+  for (int steps = 0;; ++steps) {
+    const ArchiveRecord made = Make(Root, fmt::format("Akte{}", steps));
+    const int status = ExitStatusOf(Start([&] {
+      DyingFileSystem dying(*Files, steps);
+      return ArchiveTree(dying, std::string(Root)).MoveRecord(made, to.Directory).has_value();
+    }));
+    ASSERT_TRUE(Tree->FindByDirectory(made.Directory)) << "after step " << steps;
+    EXPECT_EQ(CheckTexts().find("fehlende"), std::string::npos);
+    if (status == 0) break;
+    ASSERT_EQ(status, 77);
+    ++deaths;
+  }
+  EXPECT_GE(deaths, 3);
+}
+
+TEST_F(TreeSafetyTest, DeathBetweenTheStepsOfACreationLeavesTheTreeSound) {
+  Make(Root, "Anfang");
+  int deaths = 0;
+  for (int steps = 0;; ++steps) {
+    const std::string before = RootList();
+    const int status = ExitStatusOf(Start([&] {
+      DyingFileSystem dying(*Files, steps);
+      return ArchiveTree(dying, std::string(Root)).Create(Root, fmt::format("Neu{}", steps), {}).has_value();
+    }));
+    if (status == 0) break;
+    ASSERT_EQ(status, 77);
+    EXPECT_EQ(RootList(), before);
+    ++deaths;
+  }
+  EXPECT_EQ(deaths, 4);  // directory, its own record, backup, list
+  EXPECT_EQ(Children(Root).size(), 2u);
+}
+
+class FullDisk : public test::ForwardingFileSystem {
+ public:
+  using ForwardingFileSystem::ForwardingFileSystem;
+  Status ReplaceFile(std::string_view, std::string_view, const platform::WriteOptions&) override {
+    return Fail(platform::file_error::DiskFull, "voll");
+  }
+};
+
+TEST_F(TreeSafetyTest, FullDiskIsReportedAndLeavesNoTrace) {
+  const ArchiveRecord post = Make(Root, "Post");
+  const std::string before = RootList();
+  FullDisk full(*Files);
+  ArchiveTree tree(full, std::string(Root));
+  const auto made = tree.Create(Root, "Neu", {});
+  ASSERT_FALSE(made);
+  EXPECT_EQ(made.error().Number, store_error::Failed);
+  EXPECT_NE(made.error().Text.find("voll"), std::string::npos);
+  EXPECT_FALSE(tree.Rename(post, "Anders"));
+  EXPECT_FALSE(tree.RemoveRecord(post));
+  EXPECT_FALSE(tree.AddLink(Root, "Verweis", post.Directory));
+  EXPECT_EQ(RootList(), before);
+  EXPECT_EQ(tree.Children(Root)->size(), 1u);
+  EXPECT_FALSE(HostExists("ARCHIVE/NEU"));
+  EXPECT_EQ(CheckTexts(), "");
+}
+
+TEST_F(TreeSafetyTest, LeftOverWorkFileIsOverwritten) {
+  Temp.WriteHostFile("ARCHIVE/archive.vlw", "rest of a killed writer");
+  Make(Root, "Post");
+  EXPECT_FALSE(HostExists("ARCHIVE/archive.vlw"));
+  EXPECT_EQ(RootList().size(), DirRecord::Size);
+}
+
+TEST_F(TreeSafetyTest, HeldListIsBusyAfterTheWait) {
+  Make(Root, "Post");
+  std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+  ASSERT_EQ(Children(Root).size(), 1u);
+  const auto held = ArchiveLock::Acquire(*Files, Root, ArchiveLock::Mode::Exclusive);
+  ASSERT_TRUE(held);
+  const auto made = Tree->Create(Root, "Neu", {});
+  ASSERT_FALSE(made);
+  EXPECT_EQ(made.error().Number, store_error::Busy);
+  EXPECT_EQ(Children(Root).size(), 1u) << "a list that is known needs no lock";
+}
+
+TEST_F(TreeSafetyTest, ReadersShareTheLock) {
+  Make(Root, "Post");
+  const auto held = ArchiveLock::Acquire(*Files, Root, ArchiveLock::Mode::Shared);
+  ASSERT_TRUE(held);
+  EXPECT_EQ(ArchiveTree(*Files, std::string(Root)).Children(Root)->size(), 1u);
+}
+
+TEST_F(TreeSafetyTest, LockEndsWithItsHolder) {
+  { const auto held = ArchiveLock::Acquire(*Files, Root, ArchiveLock::Mode::Exclusive); }
+  EXPECT_TRUE(ArchiveLock::Acquire(*Files, Root, ArchiveLock::Mode::Exclusive));
+}
+
+TEST_F(TreeSafetyTest, WhatIsNoListIsDamaged) {
+  fs::create_directory(Temp.HostPath("ARCHIVE/archive.dir"));
+  EXPECT_EQ(Tree->Children(Root).error().Number, store_error::Damaged);
+  EXPECT_FALSE(Tree->Create(Root, "Neu", {}));
+  EXPECT_NE(CheckTexts(), "");
+  fs::remove(Temp.HostPath("ARCHIVE/archive.dir"));
+  Temp.WriteHostFile("ARCHIVE/archive.dir", "");
+  fs::resize_file(Temp.HostPath("ARCHIVE/archive.dir"), std::uintmax_t{1} << 40);
+  EXPECT_EQ(Tree->Children(Root).error().Number, store_error::Damaged) << "a list of a terabyte is not read";
+}
+
+// --- What a check finds. ---
+
+TEST_F(TreeSafetyTest, CheckFindsATornListAndWritersMendIt) {
+  Make(Root, "Post");
+  Temp.WriteHostFile("ARCHIVE/archive.dir", RootList() + "torn");
+  EXPECT_EQ(Children(Root).size(), 1u);
+  EXPECT_EQ(CheckTexts(), std::string(Root) + ": archive.dir: die Länge 434 ist kein Vielfaches von 430\n");
+  Make(Root, "Neu");
+  EXPECT_EQ(Children(Root).size(), 2u);
+  EXPECT_EQ(CheckTexts(), "");
+}
+
+TEST_F(TreeSafetyTest, CheckFindsRecordsWithoutTags) {
+  DirRecord nameless;
+  nameless.SetTextArea("\x03" + std::string(Root) + "\\A");
+  fs::create_directory(Temp.HostPath("ARCHIVE/A"));
+  Temp.WriteHostFile("ARCHIVE/archive.dir", std::string(DirRecord().Bytes()) + std::string(nameless.Bytes()));
+  EXPECT_EQ(CheckTexts(), fmt::format("{0}: archive.dir: Eintrag 1 hat keinen brauchbaren Pfad\n"
+                                      "{0}: archive.dir: Eintrag 1 hat keinen Namen\n"
+                                      "{0}: archive.dir: Eintrag 2 hat keinen Namen\n",
+                                      Root));
+}
+
+TEST_F(TreeSafetyTest, CheckFindsDanglingRecords) {
+  Make(Root, "Post");
+  fs::remove_all(Temp.HostPath("ARCHIVE/POST"));
+  EXPECT_EQ(CheckTexts(),
+            fmt::format("{0}: Eintrag 1 \"Post\" nennt das fehlende Verzeichnis {0}\\POST\n", Root));
+}
+
+TEST_F(TreeSafetyTest, CheckFindsDoubledRecords) {
+  Make(Root, "Post");
+  Temp.WriteHostFile("ARCHIVE/archive.dir", RootList() + RootList());
+  EXPECT_EQ(
+      CheckTexts(),
+      fmt::format("{0}: Eintrag 2 \"Post\" ist doppelt: {0}\\POST steht schon in der Liste von {0}\n", Root));
+}
+
+TEST_F(TreeSafetyTest, CheckFindsDirectoriesThatNoRecordNames) {
+  Make(Root, "Post");
+  fs::create_directory(Temp.HostPath("ARCHIVE/POST/LOSE"));
+  EXPECT_EQ(CheckTexts(), fmt::format("{}\\POST\\LOSE: Kein Archiveintrag nennt dieses Verzeichnis\n", Root));
+}
+
+TEST_F(TreeSafetyTest, CheckFindsADamagedOwnRecord) {
+  Make(Root, "Post");
+  Temp.WriteHostFile("ARCHIVE/POST/archive.add", "x");
+  EXPECT_EQ(CheckTexts(), fmt::format("{}\\POST: archive.add: die Länge 1 ist nicht 430\n", Root));
+}
+
+TEST_F(TreeSafetyTest, CheckFindsCircularNesting) {
+  const ArchiveRecord a = Make(Root, "A"), b = Make(Root, "B");
+  Temp.WriteHostFile("ARCHIVE/A/archive.dir", DirRecord::Make(b.Directory, "zu B")->Bytes());
+  Temp.WriteHostFile("ARCHIVE/B/archive.dir", DirRecord::Make(a.Directory, "zu A")->Bytes());
+  Temp.WriteHostFile("ARCHIVE/archive.dir", DirRecord::Make(a.Directory, "A")->Bytes());
+  const std::string texts = CheckTexts();
+  EXPECT_EQ(Tree->NamesDownTo(b.Directory), (Names{"Archive", "A", "zu B"}));
+  EXPECT_TRUE(Children(b.Directory)[0].IsLink) << "its own record stands in the root";
+  EXPECT_EQ(texts, "");
+}
+
+}  // namespace
+}  // namespace velmora::store::embedded
