@@ -47,10 +47,10 @@ enum class Create {
 
 struct WriteOptions {
   Create Mode = Create::Overwrite;
-  std::optional<DateTime> Time;  // all times of the file; set through the open descriptor
-  bool OwnerOnly = false;        // readable by its owner alone, for mail, passwords and temporary data
-  std::string WorkName = {};     // ReplaceFile: the name beside the target under which the new content is
-                                 // written before it is renamed over; a free name of its own when empty
+  std::optional<DateTime> Time = {};  // all times of the file; set through the open descriptor
+  bool OwnerOnly = false;             // readable by its owner alone, for mail, passwords and temporary data
+  std::string WorkName = {};  // ReplaceFile: the name beside the target under which the new content is
+                              // written before it is renamed over; a free name of its own when empty
 };
 
 // An open file that is written from front to end. A failed or short write is an error, never a silent
