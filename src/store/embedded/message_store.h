@@ -19,7 +19,7 @@ namespace velmora::store::embedded {
 
 struct DeliverOptions {
   bool Viewed = false;
-  DateTime Received;    // the null date: the message's Date header, else now
+  DateTime Received;    // for a message without a readable Date field; the null date: now
   std::string Mailbox;  // for the log: where the bytes come from
 };
 
@@ -49,6 +49,9 @@ class MessageStore {
                            const DeliverOptions& options);
   // The path of the entry's source of a mail, "" when it has none (not delivered, or its file vanished).
   std::string SourcePath(std::string_view directory, EntryKey key);
+  // The bytes of a mail file made of the entry's fields, bodies and attachments, for an entry without a
+  // source.
+  Result<std::string> ComposeSource(std::string_view directory, EntryKey key);
   // Removes database and content files of an archive directory that holds no entry.
   Status RemoveEmpty(std::string_view directory);
 

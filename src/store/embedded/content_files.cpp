@@ -1,0 +1,176 @@
+#include "store/embedded/content_files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <fmt/core.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <memory>
+#include <utility>
+
+#include "platform/file_system.h"
+#include "store/errors.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+namespace file_error = platform::file_error;
+
+constexpr std::size_t BaseLength = 8;
+constexpr std::size_t PieceSize = 262'144;
+// Up to here each file is synced by itself; above it one sync of the file system is cheaper.
+constexpr std::size_t MostSingleSyncs = 8;
+
+tl::unexpected<Error> Failure(int systemError, std::string_view path) {
+  int number = file_error::DeviceError;
+  if (systemError == EEXIST) number = file_error::AlreadyExists;
+  if (systemError == ENOENT) number = file_error::FileNotFound;
+  if (systemError == EACCES || systemError == EPERM || systemError == EROFS)
+    number = file_error::AccessDenied;
+  if (systemError == ENOSPC || systemError == EDQUOT) number = file_error::DiskFull;
+  return Fail(number, fmt::format("{}: {}", platform::FileErrorText(number), path));
+}
+
+class Descriptor {
+ public:
+  Descriptor(const std::string& path, int flags, mode_t mode = 0)
+      : value_(open(path.c_str(), flags | O_CLOEXEC, mode)) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (value_ >= 0) close(value_);
+  }
+  int Value() const { return value_; }
+  // What a network file system reports only now.
+  int Close() { return close(std::exchange(value_, -1)); }
+
+ private:
+  int value_;
+};
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+// Fills a new file by `fill`; a file that could not be filled is removed.
+template <typename Fill>
+Status MakeFile(const std::string& path, Fill fill) {
+  Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+  if (file.Value() < 0) return Failure(errno, path);
+  Status filled = fill(file.Value());
+  if (filled && file.Close() != 0) filled = Failure(errno, path);
+  if (!filled) unlink(path.c_str());
+  return filled;
+}
+
+bool Sync(const std::string& path, int flags) {
+  const Descriptor file(path, O_RDONLY | flags);
+  return file.Value() >= 0 && fsync(file.Value()) == 0;
+}
+
+}  // namespace
+
+std::string ContentFileBase(EntryKey key) { return fmt::format("{:08X}", key); }
+std::string ContentFileName(EntryKey key, int number) { return fmt::format("{:08X}.{:03}", key, number); }
+
+std::optional<EntryKey> KeyOfContentFile(std::string_view fileName) {
+  if (fileName.size() < BaseLength + 2 || fileName[BaseLength] != '.') return std::nullopt;
+  EntryKey key = 0;
+  const auto* const end = fileName.data() + BaseLength;
+  const auto [stop, error] = std::from_chars(fileName.data(), end, key, 16);
+  return error == std::errc{} && stop == end ? std::optional(key) : std::nullopt;
+}
+
+Result<std::vector<FoundContentFile>> ListContentFiles(const std::string& directory) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(directory.c_str()), &closedir);
+  if (!listing) return Failure(errno, directory);
+  std::vector<FoundContentFile> files;
+  errno = 0;
+  while (const dirent* entry = readdir(listing.get())) {
+    const std::string_view name = static_cast<const char*>(entry->d_name);
+    if (const auto key = KeyOfContentFile(name)) files.push_back({*key, std::string(name)});
+    errno = 0;
+  }
+  if (errno != 0) return Failure(errno, directory);
+  return files;
+}
+
+Status WriteContentFile(const std::string& path, std::string_view bytes) {
+  return MakeFile(path, [&](int file) -> Status {
+    if (!WriteAll(file, bytes)) return Failure(errno, path);
+    return {};
+  });
+}
+
+Status CopyContentFile(const std::string& source, const std::string& target, bool mayShare) {
+  if (mayShare && linkat(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), 0) == 0) return {};
+  if (mayShare && errno == EEXIST) return Failure(EEXIST, target);
+  const auto reader = ContentReader::Open(source);
+  if (!reader) return Fail(reader.error());
+  return MakeFile(target, [&](int file) -> Status {
+    for (std::int64_t offset = 0;;) {
+      const auto piece = reader->Read(offset, PieceSize);
+      if (!piece) return Fail(piece.error());
+      if (piece->empty()) return {};
+      if (!WriteAll(file, *piece)) return Failure(errno, target);
+      offset += static_cast<std::int64_t>(piece->size());
+    }
+  });
+}
+
+bool IsContentFile(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+Status RemoveContentFile(const std::string& path) {
+  if (unlink(path.c_str()) != 0 && errno != ENOENT) return Failure(errno, path);
+  return {};
+}
+
+Status SyncContentFiles(const std::string& directory, const std::vector<std::string>& paths) {
+  if (paths.empty()) return {};
+  if (paths.size() > MostSingleSyncs) {
+    const Descriptor folder(directory, O_RDONLY | O_DIRECTORY);
+    if (folder.Value() < 0 || syncfs(folder.Value()) != 0) return Failure(errno, directory);
+    return {};
+  }
+  for (const auto& path : paths) {
+    if (!Sync(path, 0)) return Failure(errno, path);
+  }
+  if (!Sync(directory, O_DIRECTORY)) return Failure(errno, directory);
+  return {};
+}
+
+Result<ContentReader> ContentReader::Open(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+  if (descriptor < 0) return Failure(errno, path);
+  return ContentReader(descriptor);
+}
+
+ContentReader::ContentReader(ContentReader&& other) noexcept
+    : descriptor_(std::exchange(other.descriptor_, -1)) {}
+
+ContentReader::~ContentReader() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
+Result<std::string> ContentReader::Read(std::int64_t offset, std::size_t count) const {
+  std::string bytes(count, '\0');
+  const auto size = pread(descriptor_, bytes.data(), count, offset);
+  if (size < 0) return Failure(errno, "");
+  bytes.resize(static_cast<std::size_t>(size));
+  return bytes;
+}
+
+}  // namespace velmora::store::embedded

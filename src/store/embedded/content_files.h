@@ -1,0 +1,56 @@
+// Content files beside an archive's database: `<key>.001`, `<key>.002`, ... with the key in eight upper-case
+// hexadecimal digits. They are written once, exclusively and for their owner alone, and never changed. Host
+// paths.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "store/item.h"
+
+namespace velmora::store::embedded {
+
+// "0000001A.001"
+std::string ContentFileName(EntryKey key, int number);
+// "0000001A"
+std::string ContentFileBase(EntryKey key);
+// The key of a file name of that form, any case; nothing for any other name.
+std::optional<EntryKey> KeyOfContentFile(std::string_view fileName);
+
+// The content files in a directory, with their keys.
+struct FoundContentFile {
+  EntryKey Key = 0;
+  std::string Name;
+};
+Result<std::vector<FoundContentFile>> ListContentFiles(const std::string& directory);
+
+// The errors bear the file error numbers; `AlreadyExists` when the name is taken.
+Status WriteContentFile(const std::string& path, std::string_view bytes);
+// A file of the same bytes: a hard link where `mayShare` allows it and the file system can.
+Status CopyContentFile(const std::string& source, const std::string& target, bool mayShare);
+bool IsContentFile(const std::string& path);
+// A missing file counts as removed.
+Status RemoveContentFile(const std::string& path);
+// The files and their directory entries stand on the disk.
+Status SyncContentFiles(const std::string& directory, const std::vector<std::string>& paths);
+
+// A content file that is read in pieces from a position on.
+class ContentReader {
+ public:
+  static Result<ContentReader> Open(const std::string& path);
+  ContentReader(ContentReader&& other) noexcept;
+  ContentReader& operator=(ContentReader&&) = delete;
+  ~ContentReader();
+  // At most `count` bytes; empty at the end of the file.
+  Result<std::string> Read(std::int64_t offset, std::size_t count) const;
+
+ private:
+  explicit ContentReader(int descriptor) : descriptor_(descriptor) {}
+  int descriptor_;
+};
+
+}  // namespace velmora::store::embedded

@@ -1,0 +1,259 @@
+#include "store/embedded/entry_store.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "base/paths.h"
+#include "store/embedded/content_files.h"
+#include "store/errors.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+namespace file_error = platform::file_error;
+
+tl::unexpected<Error> NoEntry(std::string_view directory, EntryKey key) {
+  return Fail(store_error::NotFound,
+              fmt::format("Der Eintrag {:08X} ist nicht vorhanden: {}", key, directory));
+}
+
+int HighestFile(const std::vector<AttachmentRecord>& attachments, bool hasSource) {
+  int highest = hasSource ? 1 : 0;
+  for (const auto& attachment : attachments) highest = std::max(highest, attachment.Content.File);
+  return highest;
+}
+
+// The numbers of the entry's content files that are there. Beside the registered ones also those that were
+// put beside the entry as files (the picture of a fax, the sound of a voice mail).
+std::vector<int> PresentFiles(const OpenArchive& archive, EntryKey key, int highestRegistered) {
+  std::vector<int> numbers;
+  for (int number = 1;; ++number) {
+    const bool isThere = IsContentFile(archive.ContentPath(key, number));
+    if (isThere) numbers.push_back(number);
+    if (!isThere && number > highestRegistered) return numbers;
+  }
+}
+
+}  // namespace
+
+template <typename Read>
+auto EntryStore::ReadFrom(std::string_view directory, EntryKey key, Read read)
+    -> decltype(read(std::declval<MessageDatabase&>())) {
+  auto archive = pool_.ForReading(directory);
+  if (!archive) return Fail(archive.error());
+  if (*archive == nullptr) return NoEntry(directory, key);
+  return read((*archive)->Database());
+}
+
+Result<int> EntryStore::Count(std::string_view directory) {
+  auto archive = pool_.ForReading(directory);
+  if (!archive) return Fail(archive.error());
+  return *archive == nullptr ? Result<int>(0) : (*archive)->Database().Count();
+}
+
+Result<std::vector<EntryKey>> EntryStore::Keys(std::string_view directory, std::uint32_t filter,
+                                               EntryOrder order) {
+  auto archive = pool_.ForReading(directory);
+  if (!archive) return Fail(archive.error());
+  if (*archive == nullptr) return std::vector<EntryKey>{};
+  return (*archive)->Database().Keys(filter, order);
+}
+
+Result<EntryRow> EntryStore::ReadRow(std::string_view directory, EntryKey key) {
+  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadRow(key); });
+}
+
+Result<bool> EntryStore::HasText(std::string_view directory, EntryKey key, FieldTag tag) {
+  return ReadFrom(directory, key, [=](MessageDatabase& database) { return database.HasText(key, tag); });
+}
+
+Result<std::string> EntryStore::ReadText(std::string_view directory, EntryKey key, FieldTag tag) {
+  return ReadFrom(directory, key, [=](MessageDatabase& database) { return database.ReadText(key, tag); });
+}
+
+Result<std::vector<RecipientRecord>> EntryStore::ReadRecipients(std::string_view directory, EntryKey key) {
+  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadRecipients(key); });
+}
+
+Result<std::vector<AttachmentRecord>> EntryStore::ReadAttachments(std::string_view directory, EntryKey key) {
+  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadAttachments(key); });
+}
+
+Result<std::vector<OtherField>> EntryStore::ReadOthers(std::string_view directory, EntryKey key) {
+  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadOthers(key); });
+}
+
+template <typename Write>
+Status EntryStore::InOneStep(OpenArchive& archive, Write write) {
+  auto& database = archive.Database();
+  if (const auto begun = database.BeginStep(); !begun) return begun;
+  const Status written = write(database);
+  const auto ended = database.EndStep(written.has_value());
+  return written ? ended : written;
+}
+
+Result<EntryKey> EntryStore::Insert(std::string_view directory, EntryRecord record,
+                                    std::optional<std::string_view> source) {
+  auto archive = pool_.ForWriting(directory);
+  if (!archive) return Fail(archive.error());
+  while (true) {
+    const auto key = (*archive)->NextKey();
+    if (!key) return Fail(key.error());
+    record.Row.Key = *key;
+    if (!source) break;
+    const auto path = (*archive)->ContentPath(*key, 1);
+    const auto written = WriteContentFile(path, *source);
+    if (!written && written.error().Number == file_error::AlreadyExists) continue;
+    if (!written) return Fail(written.error());
+    record.Row[Column::HasSource] = std::int64_t{1};
+    break;
+  }
+  record.Row.AttachmentCount = static_cast<int>(record.Attachments.size());
+  const auto sourcePath = (*archive)->ContentPath(record.Row.Key, 1);
+  const auto inserted =
+      InOneStep(**archive, [&](MessageDatabase& database) { return database.Insert(record); });
+  if (!inserted) {
+    if (source) (void)RemoveContentFile(sourcePath);  // the caller still has the bytes
+    return Fail(inserted.error());
+  }
+  if (source) (*archive)->NoteWrittenFile(sourcePath);
+  return record.Row.Key;
+}
+
+Status EntryStore::Update(std::string_view directory, EntryKey key, const EntryChanges& changes) {
+  if (changes.IsEmpty()) return {};
+  auto archive = pool_.ForWriting(directory);
+  if (!archive) return Fail(archive.error());
+  return InOneStep(**archive, [&](MessageDatabase& database) -> Status {
+    auto row = database.ReadRow(key);
+    if (!row) return Fail(row.error());
+    for (const auto& [column, value] : changes.Columns) (*row)[column] = value;
+    if (const auto done = database.UpdateRow(*row); !done) return done;
+    for (const auto& [textTag, text] : changes.Texts) {
+      if (const auto done = database.WriteText(key, textTag, text); !done) return done;
+    }
+    for (const auto& field : changes.Others) {
+      if (const auto done = database.WriteOther(key, field); !done) return done;
+    }
+    return changes.Recipients ? database.WriteRecipients(key, *changes.Recipients) : Status{};
+  });
+}
+
+Status EntryStore::AddAttachment(std::string_view directory, EntryKey key, AttachmentRecord attachment,
+                                 std::string_view bytes) {
+  auto archive = pool_.ForWriting(directory);
+  if (!archive) return Fail(archive.error());
+  auto& database = (*archive)->Database();
+  auto row = database.ReadRow(key);
+  if (!row) return Fail(row.error());
+  const auto present = database.ReadAttachments(key);
+  if (!present) return Fail(present.error());
+  // Number 1 is kept for the source of a mail or the file that belongs to a fax or voice mail.
+  int number = std::max(HighestFile(*present, true), 1) + 1;
+  auto path = (*archive)->ContentPath(key, number);
+  auto written = WriteContentFile(path, bytes);
+  while (!written && written.error().Number == file_error::AlreadyExists) {
+    path = (*archive)->ContentPath(key, ++number);
+    written = WriteContentFile(path, bytes);
+  }
+  if (!written) return written;
+  (*archive)->NoteWrittenFile(path);
+  const auto size = static_cast<std::int64_t>(bytes.size());
+  attachment.Size = size;
+  attachment.Content = {number, 0, size, {}};
+  ++row->AttachmentCount;
+  return InOneStep(**archive, [&](MessageDatabase& steps) -> Status {
+    const auto position = static_cast<int>(present->size());
+    if (const auto done = steps.AddAttachment(key, position, attachment); !done) return done;
+    return steps.UpdateRow(*row);
+  });
+}
+
+Status EntryStore::Remove(std::string_view directory, EntryKey key) {
+  auto archive = pool_.ForWriting(directory);
+  if (!archive) return Fail(archive.error());
+  return RemoveFrom(**archive, key);
+}
+
+Status EntryStore::RemoveFrom(OpenArchive& archive, EntryKey key) {
+  auto& database = archive.Database();
+  const auto row = database.ReadRow(key);
+  if (!row) return Fail(row.error());
+  const auto attachments = database.ReadAttachments(key);
+  if (!attachments) return Fail(attachments.error());
+  const auto removed = InOneStep(archive, [&](MessageDatabase& steps) { return steps.Remove(key); });
+  if (!removed) return removed;
+  archive.NoteDeletion();
+  const int highest = HighestFile(*attachments, FieldBool((*row)[Column::HasSource]));
+  for (const int number : PresentFiles(archive, key, highest)) {
+    archive.NoteRemovedFile(archive.ContentPath(key, number));
+  }
+  return {};
+}
+
+Result<EntryKey> EntryStore::Copy(std::string_view directory, EntryKey key,
+                                  std::string_view targetDirectory) {
+  auto source = pool_.ForReading(directory);
+  if (!source) return Fail(source.error());
+  if (*source == nullptr) return NoEntry(directory, key);
+  auto target = pool_.ForWriting(targetDirectory);
+  if (!target) return Fail(target.error());
+  return CopyBetween(**source, key, **target, false);
+}
+
+Result<EntryKey> EntryStore::Move(std::string_view directory, EntryKey key,
+                                  std::string_view targetDirectory) {
+  const auto archives = pool_.ForMoving(directory, targetDirectory);
+  if (!archives) return Fail(archives.error());
+  auto copied = CopyBetween(*archives->Source, key, *archives->Target, true);
+  if (!copied) return copied;
+  if (const auto removed = RemoveFrom(*archives->Source, key); !removed) return Fail(removed.error());
+  return copied;
+}
+
+Result<EntryKey> EntryStore::CopyBetween(OpenArchive& source, EntryKey key, OpenArchive& target,
+                                         bool mayShare) {
+  auto record = source.Database().ReadRecord(key);
+  if (!record) return Fail(record.error());
+  const auto newKey = target.NextKey();
+  if (!newKey) return newKey;
+  record->Row.Key = *newKey;
+  const int highest = HighestFile(record->Attachments, FieldBool(record->Row[Column::HasSource]));
+  std::vector<std::string> copies;
+  const auto copyAll = [&]() -> Status {
+    for (const int number : PresentFiles(source, key, highest)) {
+      const auto path = target.ContentPath(*newKey, number);
+      const auto copied = CopyContentFile(source.ContentPath(key, number), path, mayShare);
+      if (!copied) return copied;
+      copies.push_back(path);
+    }
+    return InOneStep(target, [&](MessageDatabase& database) { return database.Insert(*record); });
+  };
+  if (const auto copied = copyAll(); !copied) {
+    for (const auto& path : copies) (void)RemoveContentFile(path);  // the source still has them
+    return Fail(copied.error());
+  }
+  for (auto& path : copies) target.NoteWrittenFile(std::move(path));
+  return newKey;
+}
+
+std::string EntryStore::Location(std::string_view directory, EntryKey key) {
+  return JoinPath(directory, ContentFileBase(key));
+}
+
+Result<std::string> EntryStore::ContentPath(std::string_view directory, EntryKey key, int number) {
+  const auto name = ContentFileName(key, number);
+  // Resolves case: the file may have come here over a file system that changed it.
+  auto path = fileSystem_.HostPath(JoinPath(directory, name));
+  if (!path) return path;
+  if (!IsContentFile(*path)) {
+    return Fail(
+        file_error::FileNotFound,
+        fmt::format("{}: {}", platform::FileErrorText(file_error::FileNotFound), JoinPath(directory, name)));
+  }
+  return path;
+}
+
+}  // namespace velmora::store::embedded

@@ -1,0 +1,90 @@
+// The entries of all archives of a store: reading and changing them by directory and key. The item objects
+// and MessageStore stand on it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "platform/clock.h"
+#include "platform/file_system.h"
+#include "store/archive.h"
+#include "store/embedded/database_pool.h"
+#include "store/embedded/entry_record.h"
+
+namespace velmora::store::embedded {
+
+// What an update changes of an entry; the rest stays as it is in the database.
+struct EntryChanges {
+  std::map<Column, FieldValue> Columns;
+  std::map<FieldTag, std::string> Texts;
+  std::vector<OtherField> Others;
+  std::optional<std::vector<RecipientRecord>> Recipients;
+
+  bool IsEmpty() const { return Columns.empty() && Texts.empty() && Others.empty() && !Recipients; }
+};
+
+class EntryStore {
+ public:
+  EntryStore(platform::FileSystem& fileSystem, platform::Clock& clock)
+      : fileSystem_(fileSystem), clock_(clock), pool_(fileSystem, clock) {}
+
+  platform::FileSystem& Files() { return fileSystem_; }
+  platform::Clock& Clock() { return clock_; }
+  DatabasePool& Pool() { return pool_; }
+
+  // --- Reading. NotFound for an entry that is not there. ---
+  Result<int> Count(std::string_view directory);
+  Result<std::vector<EntryKey>> Keys(std::string_view directory, std::uint32_t filter, EntryOrder order);
+  Result<EntryRow> ReadRow(std::string_view directory, EntryKey key);
+  Result<bool> HasText(std::string_view directory, EntryKey key, FieldTag tag);
+  Result<std::string> ReadText(std::string_view directory, EntryKey key, FieldTag tag);
+  Result<std::vector<RecipientRecord>> ReadRecipients(std::string_view directory, EntryKey key);
+  Result<std::vector<AttachmentRecord>> ReadAttachments(std::string_view directory, EntryKey key);
+  Result<std::vector<OtherField>> ReadOthers(std::string_view directory, EntryKey key);
+
+  // --- Writing. ---
+  // Gives the record its key. A mail's source becomes content file 1.
+  Result<EntryKey> Insert(std::string_view directory, EntryRecord record,
+                          std::optional<std::string_view> source);
+  Status Update(std::string_view directory, EntryKey key, const EntryChanges& changes);
+  // Bytes become a content file of their own and the last attachment of the entry.
+  Status AddAttachment(std::string_view directory, EntryKey key, AttachmentRecord attachment,
+                       std::string_view bytes);
+  Status Remove(std::string_view directory, EntryKey key);
+  // The key in the target directory. A move removes the source; that is committed after the copy.
+  Result<EntryKey> Copy(std::string_view directory, EntryKey key, std::string_view targetDirectory);
+  Result<EntryKey> Move(std::string_view directory, EntryKey key, std::string_view targetDirectory);
+
+  // --- Checking (changes nothing). ---
+  struct Finding {
+    EntryKey Key = 0;  // 0: the archive
+    std::string Text;  // German
+  };
+  std::vector<Finding> Check(std::string_view directory);
+
+  // --- Content. ---
+  // `directory\0000001A`: what the field Location says.
+  static std::string Location(std::string_view directory, EntryKey key);
+  // The host path of a content file in the archive's present directory; FileNotFound when it is gone.
+  Result<std::string> ContentPath(std::string_view directory, EntryKey key, int number);
+
+ private:
+  template <typename Read>
+  auto ReadFrom(std::string_view directory, EntryKey key, Read read)
+      -> decltype(read(std::declval<MessageDatabase&>()));
+  Status RemoveFrom(OpenArchive& archive, EntryKey key);
+  Result<EntryKey> CopyBetween(OpenArchive& source, EntryKey key, OpenArchive& target, bool mayShare);
+  template <typename Write>
+  Status InOneStep(OpenArchive& archive, Write write);
+
+  platform::FileSystem& fileSystem_;
+  platform::Clock& clock_;
+  DatabasePool pool_;
+};
+
+}  // namespace velmora::store::embedded

@@ -1,0 +1,87 @@
+// The database of one archive, archive.dat: its tables and the statements on them. Statements are prepared
+// once per open database. Errors name the file: Damaged, Busy, Failed; NotFound for an entry that is not
+// there.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/result.h"
+#include "store/archive.h"
+#include "store/embedded/entry_record.h"
+#include "store/embedded/sqlite.h"
+
+namespace velmora::store::embedded {
+
+class MessageDatabase {
+ public:
+  // `hostPath` must exist; an empty file gets its tables at the first BeginWrite. `path`: for error texts.
+  static Result<std::unique_ptr<MessageDatabase>> Open(const std::string& hostPath, std::string path);
+
+  // Whether another process or this one has made the tables; without them there is nothing to read.
+  Result<bool> HasTables();
+
+  // --- Transactions. Every write stands in one. ---
+  Status BeginWrite();
+  // Busy leaves the transaction as it is; after any other error it is gone.
+  Status Commit();
+  void Rollback();
+  bool IsWriting() const { return isWriting_; }
+  // One operation of several statements: all of it or nothing.
+  Status BeginStep();
+  Status EndStep(bool isDone);
+
+  // --- Reading. ---
+  Result<int> Count();
+  Result<std::vector<EntryKey>> Keys(std::uint32_t filter, EntryOrder order);
+  Result<std::vector<EntryKey>> AllKeys();
+  Result<std::vector<EntryKey>> KeysWithContent();  // that have a content file
+  Result<EntryKey> HighestKeyEver();
+  Result<EntryRow> ReadRow(EntryKey key);
+  Result<bool> HasText(EntryKey key, FieldTag tag);
+  Result<std::string> ReadText(EntryKey key, FieldTag tag);
+  Result<std::vector<RecipientRecord>> ReadRecipients(EntryKey key);
+  Result<std::vector<AttachmentRecord>> ReadAttachments(EntryKey key);
+  Result<std::vector<OtherField>> ReadOthers(EntryKey key);
+  Result<EntryRecord> ReadRecord(EntryKey key);
+  // The first finding of SQLite's own check, "" when all is sound.
+  Result<std::string> CheckIntegrity();
+
+  // --- Writing. ---
+  Status Insert(const EntryRecord& record);
+  Status UpdateRow(const EntryRow& row);
+  Status WriteText(EntryKey key, FieldTag tag, std::string_view text);  // an empty text removes it
+  Status WriteRecipients(EntryKey key, const std::vector<RecipientRecord>& recipients);
+  Status AddAttachment(EntryKey key, int position, const AttachmentRecord& attachment);
+  Status WriteOther(EntryKey key, const OtherField& field);  // monostate removes it
+  Status Remove(EntryKey key);
+
+ private:
+  class Query;
+
+  MessageDatabase(Sqlite sqlite, std::string path) : sqlite_(std::move(sqlite)), path_(std::move(path)) {}
+  tl::unexpected<Error> Describe(const Error& error) const;
+  // `sql` is a constant: the statement is known by its address.
+  Result<Query> Prepare(const char* sql);
+  Status Execute(const char* sql);
+  Result<std::int64_t> Number(const char* sql);
+  Result<std::vector<EntryKey>> ReadKeys(const char* sql);
+  Status MakeTables();
+  Status WriteRow(const char* sql, const EntryRow& row);
+  Status InsertRecipients(EntryKey key, const std::vector<RecipientRecord>& recipients);
+
+  Sqlite sqlite_;
+  std::string path_;
+  std::unordered_map<const char*, Statement> statements_;
+  bool isWriting_ = false;
+  bool hasTables_ = false;
+};
+
+// The class of an entry that the filter and the lists' icons go by: its display type.
+int DisplayClass(const EntryRow& row);
+
+}  // namespace velmora::store::embedded

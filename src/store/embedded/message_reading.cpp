@@ -1,0 +1,198 @@
+// The statements of a message database that read.
+#include <fmt/core.h>
+
+#include <algorithm>
+
+#include "store/embedded/field_codec.h"
+#include "store/embedded/message_database.h"
+#include "store/embedded/message_query.h"
+#include "store/errors.h"
+#include "store/filter.h"
+#include "store/vocabulary.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+// The columns in the order of Column, behind the two that every row has.
+constexpr const char* SelectRow =
+    "SELECT type, attachment_count, flags, item_type, mail_flags, mail_options, owner, creator, priority,"
+    " status_time, recipient_address, sender_address, sender_name, subject, recipient_text, display_variant,"
+    " copy_marker, send_status, document_flags, pages, has_source FROM entries WHERE key = ?";
+constexpr int FirstColumn = 2;
+
+}  // namespace
+
+FieldValue MessageDatabase::Query::Field(int column, ColumnKind kind) const {
+  if (statement_->IsNull(column)) return {};
+  switch (kind) {
+    case ColumnKind::Number:
+      return Number(column);
+    case ColumnKind::Date:
+      return DateTime::FromSeconds(Number(column));
+    case ColumnKind::Text:
+      break;
+  }
+  return Text(column);
+}
+
+Result<int> MessageDatabase::Count() {
+  const auto count = Number("SELECT count(*) FROM entries");
+  if (!count) return Fail(count.error());
+  return static_cast<int>(*count);
+}
+
+Result<EntryKey> MessageDatabase::HighestKeyEver() {
+  const auto highest = Number("SELECT seq FROM sqlite_sequence WHERE name = 'entries'");
+  if (!highest) return Fail(highest.error());
+  return static_cast<EntryKey>(*highest);
+}
+
+Result<std::vector<EntryKey>> MessageDatabase::Keys(std::uint32_t filter, EntryOrder order) {
+  auto query = Prepare("SELECT key, class, flags, send_status, attachment_count, status_time FROM entries");
+  if (!query) return Fail(query.error());
+  std::vector<std::pair<std::int64_t, EntryKey>> found;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) break;
+    EntryTraits traits{.DisplayType = static_cast<int>(query->Number(1)),
+                       .Viewed = (query->Number(2) & item_flag::Viewed) != 0,
+                       .HasAttachments = query->Number(4) > 0,
+                       .SendStatus = std::nullopt};
+    if (!query->IsNull(3)) traits.SendStatus = query->Number(3);
+    if (!PassesFilter(filter, traits)) continue;
+    found.emplace_back(order == EntryOrder::ByDate ? query->Number(5) : 0,
+                       static_cast<EntryKey>(query->Number(0)));
+  }
+  std::ranges::sort(found);
+  std::vector<EntryKey> keys(found.size());
+  std::ranges::transform(found, keys.begin(), &std::pair<std::int64_t, EntryKey>::second);
+  return keys;
+}
+
+Result<std::vector<EntryKey>> MessageDatabase::AllKeys() {
+  return ReadKeys("SELECT key FROM entries ORDER BY key");
+}
+
+Result<std::vector<EntryKey>> MessageDatabase::KeysWithContent() {
+  return ReadKeys(
+      "SELECT key FROM entries WHERE has_source = 1 UNION SELECT entry FROM attachments ORDER BY 1");
+}
+
+Result<std::vector<EntryKey>> MessageDatabase::ReadKeys(const char* sql) {
+  auto query = Prepare(sql);
+  if (!query) return Fail(query.error());
+  std::vector<EntryKey> keys;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return keys;
+    keys.push_back(static_cast<EntryKey>(query->Number(0)));
+  }
+}
+
+Result<EntryRow> MessageDatabase::ReadRow(EntryKey key) {
+  auto query = Prepare(SelectRow);
+  if (!query) return Fail(query.error());
+  const auto found = query->With(key).Step();
+  if (!found) return Fail(found.error());
+  if (!*found) {
+    return Fail(store_error::NotFound, fmt::format("Der Eintrag {:08X} ist nicht vorhanden: {}", key, path_));
+  }
+  EntryRow row{.Key = key,
+               .Type = static_cast<int>(query->Number(0)),
+               .AttachmentCount = static_cast<int>(query->Number(1)),
+               .Values = {}};
+  for (std::size_t i = 0; i < ColumnCount; ++i) {
+    row.Values[i] = query->Field(FirstColumn + static_cast<int>(i), Columns[i].Kind);
+  }
+  return row;
+}
+
+Result<bool> MessageDatabase::HasText(EntryKey key, FieldTag tag) {
+  auto query = Prepare("SELECT 1 FROM texts WHERE entry = ? AND tag = ?");
+  if (!query) return Fail(query.error());
+  return query->With(key, tag).Step();
+}
+
+Result<std::string> MessageDatabase::ReadText(EntryKey key, FieldTag tag) {
+  auto query = Prepare("SELECT value FROM texts WHERE entry = ? AND tag = ?");
+  if (!query) return Fail(query.error());
+  const auto row = query->With(key, tag).Step();
+  if (!row) return Fail(row.error());
+  return *row ? query->Text(0) : std::string{};
+}
+
+Result<std::vector<RecipientRecord>> MessageDatabase::ReadRecipients(EntryKey key) {
+  auto query = Prepare("SELECT role, name, address, kind FROM recipients WHERE entry = ? ORDER BY position");
+  if (!query) return Fail(query.error());
+  query->With(key);
+  std::vector<RecipientRecord> recipients;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return recipients;
+    recipients.push_back(
+        {static_cast<RecipientRole>(query->Number(0)), {query->Text(1), query->Text(2), query->Text(3)}});
+  }
+}
+
+Result<std::vector<AttachmentRecord>> MessageDatabase::ReadAttachments(EntryKey key) {
+  auto query = Prepare(
+      "SELECT name, size, date, flags, content_id, file, offset, length, encoding FROM attachments"
+      " WHERE entry = ? ORDER BY position");
+  if (!query) return Fail(query.error());
+  query->With(key);
+  std::vector<AttachmentRecord> attachments;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return attachments;
+    attachments.push_back({query->Text(0), query->Number(1), DateTime::FromSeconds(query->Number(2)),
+                           static_cast<std::uint32_t>(query->Number(3)), query->Text(4),
+                           ContentRange{static_cast<int>(query->Number(5)), query->Number(6),
+                                        query->Number(7), query->Text(8)}});
+  }
+}
+
+Result<std::vector<OtherField>> MessageDatabase::ReadOthers(EntryKey key) {
+  auto query = Prepare("SELECT is_user_field, tag, name, kind, value FROM other_fields WHERE entry = ?");
+  if (!query) return Fail(query.error());
+  query->With(key);
+  std::vector<OtherField> fields;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return fields;
+    CodedValue coded{.Kind = query->Number(3), .IsNumber = false, .Number = 0, .Text = {}};
+    coded.IsNumber = IsNumberKind(coded.Kind);
+    if (coded.IsNumber) coded.Number = query->Number(4);
+    if (!coded.IsNumber) coded.Text = query->Text(4);
+    fields.push_back(
+        {query->Number(0) != 0, static_cast<FieldTag>(query->Number(1)), query->Text(2), DecodeValue(coded)});
+  }
+}
+
+Result<EntryRecord> MessageDatabase::ReadRecord(EntryKey key) {
+  EntryRecord record;
+  auto row = ReadRow(key);
+  if (!row) return Fail(row.error());
+  record.Row = std::move(*row);
+  auto recipients = ReadRecipients(key);
+  if (!recipients) return Fail(recipients.error());
+  record.Recipients = std::move(*recipients);
+  auto attachments = ReadAttachments(key);
+  if (!attachments) return Fail(attachments.error());
+  record.Attachments = std::move(*attachments);
+  auto others = ReadOthers(key);
+  if (!others) return Fail(others.error());
+  record.Others = std::move(*others);
+  for (const auto textTag : TextTags) {
+    auto text = ReadText(key, textTag);
+    if (!text) return Fail(text.error());
+    if (!text->empty()) record.Texts.emplace(textTag, std::move(*text));
+  }
+  return record;
+}
+
+}  // namespace velmora::store::embedded
