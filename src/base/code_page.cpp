@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <cstdint>
 #include <optional>
 
 #include "base/text.h"
@@ -18,8 +19,6 @@ constexpr std::array<char16_t, 32> UpperControls = {
 
 constexpr char32_t LastCharacter = 0x10FFFF;
 constexpr std::size_t MostReferenceDigits = 7;
-
-constexpr bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
 std::optional<char> CodeOf(char32_t character) {
   if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) return static_cast<char>(character);
@@ -37,7 +36,7 @@ void AppendUnmappable(std::string& bytes, char32_t character, Unmappable unmappa
       bytes += '_';
       break;
     case Unmappable::Reference:
-      fmt::format_to(std::back_inserter(bytes), "&#{};", static_cast<std::uint32_t>(character));
+      bytes.append("&#").append(fmt::format_int(static_cast<std::uint32_t>(character)).c_str()) += ';';
       break;
   }
 }
@@ -70,10 +69,10 @@ std::string ToCodePage(std::string_view utf8, Unmappable unmappable) {
   std::string bytes;
   bytes.reserve(utf8.size());
   for (std::size_t position = 0; position < utf8.size();) {
-    if (IsAscii(utf8[position])) {
-      bytes += utf8[position++];
-      continue;
-    }
+    const std::size_t ascii = AsciiPrefix(utf8.substr(position));
+    bytes.append(utf8, position, ascii);
+    position += ascii;
+    if (position == utf8.size()) break;
     const char32_t character = NextCharacter(utf8, position);
     if (const auto code = CodeOf(character)) {
       bytes += *code;
@@ -87,13 +86,13 @@ std::string ToCodePage(std::string_view utf8, Unmappable unmappable) {
 std::string FromCodePage(std::string_view bytes) {
   std::string utf8;
   utf8.reserve(bytes.size() + bytes.size() / 8);
-  for (const char byte : bytes) {
-    const auto code = static_cast<unsigned char>(byte);
-    if (code < 0x80) {
-      utf8 += byte;
-    } else {
-      AppendCharacter(utf8, code < 0xA0 ? UpperControls[code - 0x80] : char32_t{code});
-    }
+  for (std::size_t position = 0; position < bytes.size();) {
+    const std::size_t ascii = AsciiPrefix(bytes.substr(position));
+    utf8.append(bytes, position, ascii);
+    position += ascii;
+    if (position == bytes.size()) break;
+    const auto code = static_cast<unsigned char>(bytes[position++]);
+    AppendCharacter(utf8, code < 0xA0 ? UpperControls[code - 0x80] : char32_t{code});
   }
   return utf8;
 }

@@ -1,6 +1,8 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace velmora {
 namespace {
@@ -10,8 +12,6 @@ constexpr char32_t LastCharacter = 0x10FFFF;
 constexpr std::string_view Blanks = " \t\r\n";
 
 constexpr bool IsSurrogate(char32_t character) { return character >= 0xD800 && character <= 0xDFFF; }
-
-constexpr bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
 // The length in bytes of the valid sequence at `position`, 0 where there is none; its code point in
 // `character`. Overlong forms, surrogates and values above U+10FFFF are not valid (RFC 3629).
@@ -91,6 +91,17 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
   return replaced;
 }
 
+std::size_t AsciiPrefix(std::string_view text) {
+  constexpr std::uint64_t highBits = 0x8080808080808080;
+  std::size_t size = 0;
+  for (std::uint64_t block = 0; text.size() - size >= sizeof block; size += sizeof block) {
+    std::memcpy(&block, text.data() + size, sizeof block);
+    if ((block & highBits) != 0) break;
+  }
+  while (size < text.size() && static_cast<unsigned char>(text[size]) < 0x80) ++size;
+  return size;
+}
+
 std::size_t CountCharacters(std::string_view text) {
   std::size_t count = 0;
   for (std::size_t position = 0; position < text.size(); ++count) position += CharacterLength(text, position);
@@ -144,11 +155,10 @@ std::string MakeValidUtf8(std::string_view text) {
   std::string valid;
   valid.reserve(text.size());
   for (std::size_t position = 0; position < text.size();) {
-    if (IsAscii(text[position])) {
-      valid += text[position++];
-    } else {
-      AppendCharacter(valid, NextCharacter(text, position));
-    }
+    const std::size_t ascii = AsciiPrefix(text.substr(position));
+    valid.append(text, position, ascii);
+    position += ascii;
+    if (position < text.size()) AppendCharacter(valid, NextCharacter(text, position));
   }
   return valid;
 }

@@ -32,6 +32,8 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
 
 // --- Characters. ---
 
+// The bytes at the start that are ASCII: what conversions may take over as a whole.
+std::size_t AsciiPrefix(std::string_view text);
 // Number of code points; a byte that is no part of valid UTF-8 counts as one.
 std::size_t CountCharacters(std::string_view text);
 // The first `count` code points, or all.

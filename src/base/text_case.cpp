@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 
 #include "base/case_table.h"
 #include "base/text.h"
@@ -77,6 +78,19 @@ char32_t MapCharacter(char32_t character) {
 
 constexpr bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
+// Plain arithmetic, so that the compiler can take many bytes at a time.
+template <Case Target>
+void AppendAscii(std::string& mapped, std::string_view ascii) {
+  constexpr unsigned char first = Target == Case::Lower ? 'A' : 'a';
+  const std::size_t start = mapped.size();
+  mapped.append(ascii);
+  for (char& byte : std::span(mapped).subspan(start)) {
+    const auto code = static_cast<unsigned char>(byte);
+    const bool isLetter = static_cast<unsigned char>(code - first) < 26;
+    byte = static_cast<char>(code ^ (isLetter ? 0x20 : 0));
+  }
+}
+
 // Invalid bytes come through as they are: names from a disk must stay distinguishable.
 template <Case Target>
 std::string MapText(std::string_view text) {
@@ -84,7 +98,9 @@ std::string MapText(std::string_view text) {
   mapped.reserve(text.size());
   for (std::size_t position = 0; position < text.size();) {
     if (IsAscii(text[position])) {
-      mapped += static_cast<char>(MapCharacter<Target>(static_cast<unsigned char>(text[position++])));
+      const std::size_t ascii = AsciiPrefix(text.substr(position));
+      AppendAscii<Target>(mapped, text.substr(position, ascii));
+      position += ascii;
       continue;
     }
     const std::size_t start = position;
@@ -105,6 +121,12 @@ bool MatchesFold(std::string_view text, std::string_view prefix, std::size_t& en
   std::size_t position = 0;
   while (position < prefix.size()) {
     if (end == text.size()) return false;
+    if (IsAscii(text[end]) && IsAscii(prefix[position])) {
+      if (DirectLower[static_cast<unsigned char>(text[end++])] !=
+          DirectLower[static_cast<unsigned char>(prefix[position++])])
+        return false;
+      continue;
+    }
     const std::size_t textStart = end;
     const std::size_t prefixStart = position;
     const char32_t a = MapCharacter<Case::Lower>(NextCharacter(text, end));

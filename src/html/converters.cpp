@@ -2,9 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <span>
 
 #include "base/code_page.h"
@@ -33,39 +34,56 @@ constexpr std::array<Pair, 14> Pairs = {{{"&", "&amp;"},
                                          {" ", "&nbsp;"},
                                          {"©", "&copy;"},
                                          {"\r\n", "<BR>"}}};
-constexpr std::span<const Pair> AllPairs(Pairs);
-constexpr std::span<const Pair> PairsWithoutLineBreak = AllPairs.first(13);
-constexpr std::span<const Pair> UmlautPairs = AllPairs.subspan(1, 7);
+constexpr std::array<Pair, 2> Brackets = {{{">", "&gt;"}, {"<", "&lt;"}}};
 
-// All umlauts and "ß" are two bytes of UTF-8 that begin with this one.
-constexpr char UmlautLead = '\xC3';
-
-// One pass gives what pair after pair would give: the first pair is "&", and no later pair's left side
-// occurs in what an earlier one has written.
-void AppendReplaced(std::string& html, std::string_view text, std::span<const Pair> pairs,
-                    std::string_view leads) {
-  std::size_t start = 0;
-  for (std::size_t hit = text.find_first_of(leads); hit != std::string_view::npos;
-       hit = text.find_first_of(leads, hit)) {
-    std::size_t length = 1;
-    for (const Pair& pair : pairs) {
-      if (!text.substr(hit).starts_with(pair.Plain)) continue;
-      html.append(text, start, hit - start).append(pair.Html);
-      length = pair.Plain.size();
-      start = hit + length;
-      break;
-    }
-    hit += length;
+// Replaces plain texts by their entities in one pass. That gives what pair after pair would give: "&" comes
+// first, and no later pair's plain text occurs in what an earlier one has written.
+class Replacer {
+ public:
+  explicit constexpr Replacer(std::span<const Pair> pairs) : pairs_(pairs) {
+    for (std::size_t i = pairs.size(); i > 0; --i)
+      firstPair_[Lead(pairs[i - 1].Plain)] = static_cast<std::uint8_t>(i);
   }
-  html.append(text, start);
-}
+
+  void Append(std::string& html, std::string_view text) const {
+    std::size_t taken = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      const std::size_t first = firstPair_[Lead(text.substr(i, 1))];
+      if (first == 0) continue;
+      const auto pair = std::find_if(pairs_.begin() + static_cast<std::ptrdiff_t>(first) - 1, pairs_.end(),
+                                     [&](const Pair& candidate) { return Starts(text, i, candidate.Plain); });
+      if (pair == pairs_.end()) continue;
+      html.append(text, taken, i - taken).append(pair->Html);
+      taken = i + pair->Plain.size();
+      i = taken - 1;
+    }
+    html.append(text, taken);
+  }
+
+ private:
+  static constexpr std::uint8_t Lead(std::string_view text) {
+    return static_cast<std::uint8_t>(text.front());
+  }
+  static constexpr bool Starts(std::string_view text, std::size_t position, std::string_view part) {
+    return text[position] == part.front() && (part.size() == 1 || text.substr(position, part.size()) == part);
+  }
+
+  std::span<const Pair> pairs_;
+  std::array<std::uint8_t, 256> firstPair_{};  // by first byte, counted from 1; 0 without a pair
+};
+
+constexpr std::span<const Pair> AllPairs(Pairs);
+constexpr Replacer ToHtmlWithLineBreaks(AllPairs);
+constexpr Replacer ToHtml(AllPairs.first(13));
+constexpr Replacer UmlautsOnly(AllPairs.subspan(1, 7));
+constexpr Replacer BracketsOnly(Brackets);
 
 }  // namespace
 
 std::string TextToHtml(std::string_view text, bool withLineBreaks) {
   std::string html;
   html.reserve(text.size() + text.size() / 2);
-  AppendReplaced(html, text, withLineBreaks ? AllPairs : PairsWithoutLineBreak, "&\xC3<>\" \xC2\r");
+  (withLineBreaks ? ToHtmlWithLineBreaks : ToHtml).Append(html, text);
   return html;
 }
 
@@ -76,9 +94,7 @@ std::string HtmlToText(std::string_view text) {
   return plain;
 }
 
-void AppendUmlautsToHtml(std::string& html, std::string_view text) {
-  AppendReplaced(html, text, UmlautPairs, std::string_view(&UmlautLead, 1));
-}
+void AppendUmlautsToHtml(std::string& html, std::string_view text) { UmlautsOnly.Append(html, text); }
 
 std::string UmlautsToHtml(std::string_view text) {
   std::string html;
@@ -88,10 +104,9 @@ std::string UmlautsToHtml(std::string_view text) {
 }
 
 std::string EscapeAngleBrackets(std::string_view text) {
-  static constexpr std::array<Pair, 2> brackets = {{{">", "&gt;"}, {"<", "&lt;"}}};
   std::string html;
   html.reserve(text.size() + text.size() / 8);
-  AppendReplaced(html, text, brackets, "<>");
+  BracketsOnly.Append(html, text);
   return html;
 }
 
@@ -99,13 +114,14 @@ std::string ToNumericEntities(std::string_view text) {
   const std::string coded = ToCodePage(UmlautsToHtml(text), Unmappable::Reference);
   std::string html;
   html.reserve(coded.size() + coded.size() / 8);
-  for (const char byte : coded) {
-    const auto code = static_cast<std::uint8_t>(byte);
-    if (code < 0x80) {
-      html += byte;
-    } else {
-      fmt::format_to(std::back_inserter(html), "&#{};", code);
-    }
+  const std::string_view rest = coded;
+  for (std::size_t position = 0; position < rest.size();) {
+    const std::size_t ascii = AsciiPrefix(rest.substr(position));
+    html.append(rest, position, ascii);
+    position += ascii;
+    if (position == rest.size()) break;
+    const auto code = static_cast<std::uint8_t>(rest[position++]);
+    html.append("&#").append(fmt::format_int(code).c_str()) += ';';
   }
   return html;
 }
