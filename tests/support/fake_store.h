@@ -1,0 +1,74 @@
+// An object layer in memory, for tests of what stands above it: archives and mails are plain structs, every
+// deletion is logged, and failures are switched on in the structs.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/file_system.h"
+#include "store/account.h"
+#include "store/errors.h"
+#include "store/session.h"
+
+namespace velmora::test {
+
+struct FakeAttachment {
+  std::string Name, Content;
+  bool Fails = false;  // SaveAs answers with an error
+};
+
+struct FakeMail {
+  store::EntryKey Key = 0;
+  int Type = 2;
+  std::string Subject, Sender, Recipients, OtherRecipients;
+  DateTime Date;
+  int SendStatus = 0;
+  std::string Text;
+  std::string Html;    // of an HTML mail
+  std::string Source;  // of the original; without one the conversion fails
+  std::map<store::FieldTag, store::FieldValue> Fields;
+  std::vector<FakeAttachment> Attachments;
+  bool ViewFails = false;            // the typed view cannot be fetched
+  store::FieldTag FailingField = 0;  // this field cannot be read
+};
+
+struct FakeArchiveData {
+  std::string DisplayName, FullPath, ID;
+  int DisplayType = 0;
+  bool IsLink = false;
+  bool EntriesFail = false;
+  std::vector<std::shared_ptr<FakeMail>> Mails;
+  std::vector<std::shared_ptr<FakeArchiveData>> SubArchives;
+};
+
+// Archives by path, and what was done to them.
+class FakeStore {
+ public:
+  explicit FakeStore(platform::FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+
+  FakeArchiveData& AddArchive(FakeArchiveData* parent, std::string name, std::string id);
+  FakeArchiveData& AddLink(FakeArchiveData& parent, const FakeArchiveData& target);
+  FakeMail& AddMail(FakeArchiveData& archive, std::string subject);
+
+  std::shared_ptr<store::DvArchive> Open(std::string_view path);
+  std::unique_ptr<store::DvAccount> MakeAccount();
+
+  std::vector<std::string>
+      Deletions;                    // "mail <key>", "archive <FullPath>", refused ones with "refused " ahead
+  std::vector<std::string> Events;  // "save", "original", "delete", "commit" in their order
+  platform::FileSystem& Files() { return fileSystem_; }
+  std::shared_ptr<FakeArchiveData> Find(std::string_view path);
+  void Remove(const FakeArchiveData& archive);
+
+ private:
+  platform::FileSystem& fileSystem_;
+  std::vector<std::shared_ptr<FakeArchiveData>> archives_;
+  store::EntryKey nextKey_ = 1;
+};
+
+}  // namespace velmora::test
