@@ -10,6 +10,7 @@
 #include "store/embedded/embedded_archive.h"
 #include "store/embedded/outgoing.h"
 #include "store/errors.h"
+#include "store/vocabulary.h"
 
 namespace velmora::store::embedded {
 namespace {
@@ -104,11 +105,8 @@ Result<std::string> EmbeddedAccount::DVEmlFromMailItem(DvItem& item, std::string
   const std::string source = session_->Messages.SourcePath(directory, item.Key());
   if (!source.empty()) return source;
 
-  const auto view = session_->Messages.ItemView(directory, item.Key());
-  if (!view) return Fail(view.error());
-  auto* mail = (*view)->AsMail();
-  if (mail == nullptr) return Fail(store_error::WrongKind, "Der Eintrag ist keine Mail");
-  const auto message = MessageBytes(*session_, *mail, item.Key(), std::string(temporaryDirectory));
+  if (item.Type() != item_type::EMail) return Fail(store_error::WrongKind, "Der Eintrag ist keine Mail");
+  const auto message = session_->Messages.ComposeSource(directory, item.Key());
   if (!message) return Fail(message.error());
   auto& fileSystem = session_->FileSystem;
   if (const auto made = platform::MakeFolders(fileSystem, temporaryDirectory, true); !made) {
@@ -123,19 +121,24 @@ Result<std::string> EmbeddedAccount::DVEmlFromMailItem(DvItem& item, std::string
 }
 
 Result<std::unique_ptr<DvItem>> EmbeddedAccount::DVMailItemFromEml(std::string_view path, DvArchive& target) {
+  const auto message = ReadMailFile(session_->FileSystem, path);
+  if (!message) return Fail(message.error());
+  DeliverOptions options;
+  options.Mailbox = path;
+  const auto key = Deliver(target, *message, options);
+  if (!key) return Fail(key.error());
+  return session_->Messages.GetEntry(target.ID(), *key);
+}
+
+Result<EntryKey> EmbeddedAccount::Deliver(DvArchive& target, std::string_view message,
+                                          const DeliverOptions& options) {
   const auto rights = target.AccessRights();
   if (!rights) return Fail(rights.error());
   if (*rights == 0) {
     return Fail(store_error::NoAccess,
                 fmt::format("Keine Zugriffsrechte auf das Archiv {}", target.FullPath()));
   }
-  const auto message = ReadMailFile(session_->FileSystem, path);
-  if (!message) return Fail(message.error());
-  DeliverOptions options;
-  options.Mailbox = path;
-  const auto key = session_->Messages.Deliver(target.ID(), *message, options);
-  if (!key) return Fail(key.error());
-  return session_->Messages.GetEntry(target.ID(), *key);
+  return session_->Messages.Deliver(target.ID(), message, options);
 }
 
 void EmbeddedAccount::Logoff() {

@@ -48,6 +48,8 @@ class EmbeddedAccount final : public DvAccount {
 
   Result<std::string> DVEmlFromMailItem(DvItem& item, std::string_view temporaryDirectory) override;
   Result<std::unique_ptr<DvItem>> DVMailItemFromEml(std::string_view path, DvArchive& target) override;
+  // The bytes of a message as a new entry of the archive.
+  Result<EntryKey> Deliver(DvArchive& target, std::string_view message, const DeliverOptions& options);
 
   Status Commit() override { return session_->Messages.Commit(); }
   // Commits what is pending; archives that are still held stay usable.

@@ -170,7 +170,12 @@ Result<std::shared_ptr<DvArchive>> EmbeddedArchive::CreateSubArchive(std::string
 
 Result<std::unique_ptr<DvItemView>> EmbeddedArchive::CreateItem(int type) {
   if (const auto access = RequireAccess(); !access) return Fail(access.error());
-  return session_->Messages.CreateItem(record_.Directory, type);
+  auto item = session_->Messages.CreateItem(record_.Directory, type);
+  // A mail whose writer names no sender is the user's.
+  if (auto* mail = item ? (*item)->AsMail() : nullptr) {
+    if (const auto set = mail->SetSender(session_->User.MailAddress); !set) return Fail(set.error());
+  }
+  return item;
 }
 
 Result<std::unique_ptr<DvItem>> EmbeddedArchive::CreateEntry(int type) {

@@ -67,4 +67,11 @@ std::shared_ptr<DvISEAPI> OpenEmbeddedApi(platform::FileSystem& fileSystem, plat
   return std::make_shared<EmbeddedApi>(fileSystem, clock, std::move(stores), std::move(loginName));
 }
 
+Result<EntryKey> DeliverMessage(DvAccount& account, DvArchive& target, std::string_view message,
+                                const DeliverOptions& options) {
+  auto* embedded = dynamic_cast<EmbeddedAccount*>(&account);
+  if (embedded == nullptr) return Fail(store_error::WrongKind, "Kein Konto des eingebauten Speichers");
+  return embedded->Deliver(target, message, options);
+}
+
 }  // namespace velmora::store::embedded

@@ -3,12 +3,14 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/result.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
 #include "store/account.h"
+#include "store/embedded/message_store.h"
 #include "store/embedded/store_location.h"
 
 namespace velmora::store::embedded {
@@ -21,5 +23,10 @@ namespace velmora::store::embedded {
 // of its users. A user without any rights gets an account whose Trustees are 0.
 std::shared_ptr<DvISEAPI> OpenEmbeddedApi(platform::FileSystem& fileSystem, platform::Clock& clock,
                                           std::vector<StoreLocation> stores, std::string loginName);
+
+// For tools that fill a store: the bytes of one message as a new entry of an archive of this account.
+// WrongKind for an account of another backend.
+Result<EntryKey> DeliverMessage(DvAccount& account, DvArchive& target, std::string_view message,
+                                const DeliverOptions& options);
 
 }  // namespace velmora::store::embedded

@@ -8,7 +8,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "platform/host.h"
-#include "store/embedded/mail_composer.h"
+#include "store/embedded/mail_address.h"
 
 namespace velmora::store::embedded {
 namespace {
@@ -78,11 +78,14 @@ Result<std::string> SenderOf(StoreSession& session, DvMailItem& mail) {
   return sender->Address.empty() ? session.User.MailAddress : sender->Address;
 }
 
-// The archive directory of an entry, from the place of its files.
-Result<std::string> DirectoryOfEntry(DvItem& item) {
+// The entry's source where it has one, else a message made of its fields.
+Result<std::string> MessageBytes(StoreSession& session, DvItem& item, EntryKey key) {
   const auto location = item.Fields().Get(tag::Location);
   if (!location) return Fail(location.error());
-  return StripBackslash(DirectoryOf(FieldText(*location)));
+  const std::string directory = StripBackslash(DirectoryOf(FieldText(*location)));
+  const std::string source = session.Messages.SourcePath(directory, key);
+  return source.empty() ? session.Messages.ComposeSource(directory, key)
+                        : session.FileSystem.ReadFile(source);
 }
 
 Result<bool> Send(StoreSession& session, DvMailItem& mail, EntryKey key) {
@@ -92,7 +95,7 @@ Result<bool> Send(StoreSession& session, DvMailItem& mail, EntryKey key) {
   if (!users) return Fail(users.error());
   const auto sender = SenderOf(session, mail);
   if (!sender) return Fail(sender.error());
-  const auto message = MessageBytes(session, mail, key, JoinPath(session.Layout.Code(), "tmp"));
+  const auto message = MessageBytes(session, mail.Item(), key);
   if (!message) return Fail(message.error());
   const auto distribution = Distribute(*addresses, *users);
   const bool delivered = DeliverToUsers(session, distribution.Users, *message);
@@ -111,19 +114,6 @@ Status SubmitMail(StoreSession& session, DvMailItem& mail, EntryKey key) {
   if (const auto updated = item.Update(); !updated) return updated;
   if (const auto committed = session.Messages.Commit(); !committed) return committed;
   return sent ? Status() : Fail(sent.error());
-}
-
-Result<std::string> MessageBytes(StoreSession& session, DvMailItem& mail, EntryKey key,
-                                 const std::string& temporaryDirectory) {
-  const auto directory = DirectoryOfEntry(mail.Item());
-  if (!directory) return Fail(directory.error());
-  const std::string source = session.Messages.SourcePath(*directory, key);
-  if (!source.empty()) return session.FileSystem.ReadFile(source);
-  ComposeOptions options;
-  options.DefaultSender = session.User.MailAddress;
-  options.MessageIdDomain = ToLower(session.ServerName) + ".localdomain";
-  options.TemporaryDirectory = temporaryDirectory;
-  return ComposeMail(mail, session.FileSystem, session.Clock, options);
 }
 
 }  // namespace velmora::store::embedded

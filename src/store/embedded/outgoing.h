@@ -13,8 +13,4 @@ namespace velmora::store::embedded {
 // refused, a program that is missing or fails. An error only when the entry itself cannot be read or written.
 Status SubmitMail(StoreSession& session, DvMailItem& mail, EntryKey key);
 
-// The message of a mail entry as bytes: its source where it has one, else composed.
-Result<std::string> MessageBytes(StoreSession& session, DvMailItem& mail, EntryKey key,
-                                 const std::string& temporaryDirectory);
-
 }  // namespace velmora::store::embedded

@@ -1,0 +1,20 @@
+// The commands of velmoractl. Each group adds its own to the program's command line; the one that the user
+// names becomes the action that main runs, and its result the exit status.
+#pragma once
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace velmora::cli {
+
+using Action = std::function<int()>;
+
+// `velmoractl store ...`: care for the built-in store.
+void AddStoreCommands(CLI::App& app, Action& action);
+// `velmoractl run FILE|KEY=VALUE...`: an unattended run.
+void AddRunCommand(CLI::App& app, Action& action);
+
+}  // namespace velmora::cli

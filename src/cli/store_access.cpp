@@ -1,0 +1,40 @@
+#include "cli/store_access.h"
+
+#include <fmt/core.h>
+
+#include <utility>
+
+#include "platform/clock.h"
+#include "platform/host.h"
+#include "platform/host_file_system.h"
+#include "store/embedded/embedded_store.h"
+#include "store/errors.h"
+
+namespace velmora::cli {
+
+namespace embedded = store::embedded;
+
+Result<SignedOnStore> SignOn(const std::string& storeOption) {
+  const auto request = embedded::RequestOfProcess(storeOption);
+  auto stores = embedded::ResolveStores(request, platform::SystemClock());
+  if (!stores) return Fail(stores.error());
+  SignedOnStore access;
+  access.Location = stores->front();
+  access.FileSystem = platform::MakeHostFileSystem(embedded::MappingsOf(*stores));
+  access.Api = embedded::OpenEmbeddedApi(*access.FileSystem, platform::SystemClock(), std::move(*stores),
+                                         request.LoginName);
+  auto account = access.Api->Logon("");
+  if (!account) return Fail(account.error());
+  access.Account = std::move(*account);
+  if (access.Account->User().Trustees() == 0) {
+    return Fail(store::store_error::LogonFailed, fmt::format("{} hat keine Rechte auf dem Server {}",
+                                                             request.LoginName, access.Location.ServerName));
+  }
+  return access;
+}
+
+std::string WindowsPath(platform::FileSystem& fileSystem, const std::string& hostPath) {
+  return fileSystem.FromHostPath(embedded::AbsoluteHostPath(hostPath));
+}
+
+}  // namespace velmora::cli

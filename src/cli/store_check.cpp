@@ -1,0 +1,35 @@
+#include <fmt/core.h>
+
+#include <cstdint>
+
+#include "base/text.h"
+#include "cli/exit_status.h"
+#include "cli/output.h"
+#include "cli/store_access.h"
+#include "cli/store_commands.h"
+#include "platform/clock.h"
+#include "store/embedded/store_check.h"
+
+namespace velmora::cli {
+
+int RunStoreCheck(const CheckOptions& options) {
+  const auto access = SignOn(options.Store);
+  if (!access) {
+    PrintError("Anmeldung fehlgeschlagen", access.error());
+    return exit_status::NoSignOn;
+  }
+  if (!access->IsAdministrator()) {
+    PrintError("Den Speicher prüft nur ein Administrator");
+    return exit_status::DoneWithErrors;
+  }
+  std::int64_t findings = 0;
+  const auto archives = store::embedded::CheckStore(
+      *access->FileSystem, platform::SystemClock(), access->Location, [&](const auto& finding) {
+        ++findings;
+        PrintLine(BlankControlCharacters(fmt::format("{}: {}", finding.Subject, finding.Text)));
+      });
+  PrintLine(fmt::format("{} Archiv(e) geprüft, {} Fehler", archives, findings));
+  return findings == 0 ? exit_status::Done : exit_status::DoneWithErrors;
+}
+
+}  // namespace velmora::cli

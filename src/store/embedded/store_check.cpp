@@ -1,0 +1,102 @@
+#include "store/embedded/store_check.h"
+
+#include <fmt/core.h>
+
+#include <set>
+#include <vector>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "store/embedded/archive_tree.h"
+#include "store/embedded/message_store.h"
+#include "store/embedded/rule_file.h"
+#include "store/embedded/server_logs.h"
+#include "store/embedded/site_database.h"
+#include "store/embedded/sqlite.h"
+#include "store/embedded/store_layout.h"
+#include "store/embedded/store_setup.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+using Report = std::function<void(const StoreFinding&)>;
+
+// SQLite's own look at a database; a missing one is for others to judge.
+void CheckDatabase(platform::FileSystem& fileSystem, const std::string& path, const Report& report) {
+  if (!fileSystem.FileExists(path)) return;
+  const auto check = [&]() -> Result<std::string> {
+    const auto hostPath = fileSystem.HostPath(path);
+    if (!hostPath) return Fail(hostPath.error());
+    auto database = Sqlite::Open(*hostPath, Sqlite::Mode::ReadOnly);
+    if (!database) return Fail(database.error());
+    auto query = database->Prepare("PRAGMA quick_check(1)");
+    if (!query) return Fail(query.error());
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    return query->Text(0);
+  }();
+  if (!check) {
+    report({path, check.error().Text});
+  } else if (*check != "ok") {
+    report({path, fmt::format("Die Datenbank ist beschädigt ({})", *check)});
+  }
+}
+
+void CheckArchive(platform::FileSystem& fileSystem, MessageStore& messages, const std::string& directory,
+                  const Report& report) {
+  for (const auto& finding : messages.Check(directory)) {
+    report(
+        {finding.Key == 0 ? finding.Directory : fmt::format("{}, Eintrag {}", finding.Directory, finding.Key),
+         finding.Text});
+  }
+  CheckDatabase(fileSystem, JoinPath(directory, "archive.urt"), report);
+}
+
+// Every directory that a record makes an archive, once; links lead to what is visited at its own place.
+int CheckArchives(platform::FileSystem& fileSystem, platform::Clock& clock, ArchiveTree& tree,
+                  const Report& report) {
+  MessageStore messages(fileSystem, clock);
+  std::vector<std::string> waiting{tree.Root().Directory};
+  std::set<std::string> visited;
+  while (!waiting.empty()) {
+    const std::string directory = std::move(waiting.back());
+    waiting.pop_back();
+    if (!visited.insert(FoldCase(directory)).second) continue;
+    CheckArchive(fileSystem, messages, directory, report);
+    const auto children = tree.Children(directory);
+    if (!children) continue;  // the tree's own check tells of it
+    for (const auto& child : *children) {
+      if (!child.IsLink) waiting.push_back(child.Directory);
+    }
+  }
+  return static_cast<int>(visited.size());
+}
+
+void CheckUsers(ArchiveTree& tree, const StoreLayout& layout, const StoreLocation& store,
+                const Report& report) {
+  auto site = SiteDatabase::Open(SiteDatabasePath(store.HostDirectory));
+  const auto users = site ? site->Users() : Result<std::vector<UserRecord>>(Fail(site.error()));
+  if (!users) return report({JoinPath(layout.Code(), "site.db"), users.error().Text});
+  for (const auto& user : *users) {
+    if (tree.FindByDirectory(layout.UserRoot(user.Id))) continue;
+    report({layout.UserRoot(user.Id), fmt::format("Das Archiv des Benutzers {} fehlt", user.Name)});
+  }
+}
+
+}  // namespace
+
+int CheckStore(platform::FileSystem& fileSystem, platform::Clock& clock, const StoreLocation& store,
+               const std::function<void(const StoreFinding&)>& report) {
+  const StoreLayout layout(store.ServerName);
+  ArchiveTree tree(fileSystem, layout.ArchiveRoot());
+  for (const auto& finding : tree.Check()) report({finding.Directory, finding.Text});
+  const int archives = CheckArchives(fileSystem, clock, tree, report);
+  CheckDatabase(fileSystem, JoinPath(layout.Code(), "site.db"), report);
+  for (const auto log : {ReceiveLogName, SendLogName}) {
+    CheckDatabase(fileSystem, JoinPath(layout.Code(), log), report);
+  }
+  CheckUsers(tree, layout, store, report);
+  return archives;
+}
+
+}  // namespace velmora::store::embedded
