@@ -11,7 +11,6 @@
 #include "startup/command_line.h"
 #include "startup/file_types.h"
 #include "startup/hand_over.h"
-#include "startup/run_control_file.h"
 #include "startup/settings_session.h"
 #include "startup/sign_on.h"
 #include "startup/start_archives.h"
@@ -40,15 +39,6 @@ Instance TakeInstanceLock(Context& context) {
   }
   const bool anotherRuns = *lock == nullptr;
   return {*std::move(lock), anotherRuns};
-}
-
-void ChooseServer(Context& context) {
-  if (!context.process.NamedServer.empty()) {
-    context.session.ServerName = context.process.NamedServer;
-    return;
-  }
-  context.session.ServerName = settings::ToText(context.settingsStore.GetUserSetting(
-      settings::section::Options, settings::name::LastUsedServer, std::string()));
 }
 
 int TellThatNoWindowExists(Context& context) {
@@ -100,19 +90,6 @@ int StartFirst(Context& context) {
   return context.windows->RunMainWindow(context);
 }
 
-// No settings are saved; only what this run made goes.
-int RunUnattended(Context& context) {
-  if (context.options.ClearErrorLog) {
-    context.run.DeleteErrorLog();
-  }
-  const BatchOutcome outcome = RunControlFile(context, context.process.ControlFile);
-  if (context.process.TempDirIsOwn) {
-    RemoveTempDir(context);
-  }
-  SignOff(context);
-  return outcome.ExitStatus;
-}
-
 }  // namespace
 
 int Main(Context& context) {
@@ -141,16 +118,43 @@ StartOutcome StartAfterLogin(Context& context) {
     return {false, *status};
   }
   RegisterFileTypes(context);
+  LoadSession(context);
+  context.process.ServerChanging = false;
+  context.process.MainInitDone = false;
+  if (context.process.BatchMode) {
+    const BatchOutcome outcome =
+        RunUnattended(context, [&] { return RunControlFile(context, context.process.ControlFile); });
+    return {false, outcome.ExitStatus};
+  }
+  return {true, exit_status::Done};
+}
+
+void ChooseServer(Context& context) {
+  if (!context.process.NamedServer.empty()) {
+    context.session.ServerName = context.process.NamedServer;
+    return;
+  }
+  context.session.ServerName = settings::ToText(context.settingsStore.GetUserSetting(
+      settings::section::Options, settings::name::LastUsedServer, std::string()));
+}
+
+void LoadSession(Context& context) {
   if (!VersionUnchanged(context)) {
     ClearSettings(context);
   }
   LoadSettings(context);
-  context.process.ServerChanging = false;
-  context.process.MainInitDone = false;
-  if (context.process.BatchMode) {
-    return {false, RunUnattended(context)};
+}
+
+BatchOutcome RunUnattended(Context& context, const std::function<BatchOutcome()>& work) {
+  if (context.options.ClearErrorLog) {
+    context.run.DeleteErrorLog();
   }
-  return {true, exit_status::Done};
+  BatchOutcome outcome = work();
+  if (context.process.TempDirIsOwn) {
+    RemoveTempDir(context);
+  }
+  SignOff(context);
+  return outcome;
 }
 
 void Shutdown(Context& context) {
