@@ -46,7 +46,7 @@ def look_at(browser, page, root):
             problems.append(f"link leaves the archive: {written}")
         elif not target.is_file():
             problems.append(f"dead link: {written}")
-        elif target.suffix in (".htm", ".html"):
+        elif target.name.endswith((".htm", ".html")):  # a page may be named ".htm"
             pages.append(target)
     return problems, pages
 

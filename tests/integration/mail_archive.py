@@ -62,11 +62,12 @@ def leaves(message):
         for part in message.get_payload():
             yield from leaves(part)
     else:
-        yield kind, message.get_payload(decode=True) or b"", message
+        yield kind, message.get_payload(decode=True) or b""
 
 
-def same_line_ends(data):
-    return data.replace(b"\r\n", b"\n").rstrip(b"\n")
+def without_blanks(data):
+    """Python writes a forwarded message anew and may add line ends; all but white space must be the same."""
+    return b"".join(data.split())
 
 
 def has_defects(message):
@@ -78,18 +79,23 @@ def compare_attachments(source, exported):
     message = email.parser.BytesParser(policy=email.policy.compat32).parsebytes(source)
     if has_defects(message):
         return  # the two decoders may mend a broken message in different ways
-    wanted = collections.Counter()
+    wanted, forwarded = collections.Counter(), collections.Counter()
     texts = collections.defaultdict(list)
-    for kind, data, *_ in leaves(message):
+    for kind, data in leaves(message):
         if kind == "message/rfc822":
-            data = same_line_ends(data)
+            forwarded[without_blanks(data)] += 1
+            continue
         wanted[data] += 1
         if kind in ("text/plain", "text/html"):
             texts[kind].append(data)
-    found = collections.Counter(exported)
-    for data, count in list(found.items()):
-        if data not in wanted and same_line_ends(data) in wanted:  # forwarded messages: line ends are not compared
-            found[same_line_ends(data)] += found.pop(data)
+    found = collections.Counter()
+    for data in exported:
+        if data not in wanted and forwarded[without_blanks(data)]:
+            forwarded[without_blanks(data)] -= 1
+        else:
+            found[data] += 1
+    for data in +forwarded:
+        yield f"forwarded message is missing ({data[:40]!r})"
     for data, count in (found - wanted).items():
         yield f"attachment of {len(data)} bytes that the message does not have ({data[:40]!r})"
     missing = wanted - found
@@ -107,6 +113,8 @@ def plain_body(source):
     message = email.parser.BytesParser(policy=email.policy.compat32).parsebytes(source)
     if message.is_multipart() or message.get_content_type() != "text/plain" or has_defects(message):
         return None
+    if re.search(r"=(?![0-9A-Fa-f]{2}|[ \t]*\r?\n)", message.get_payload()) and message["Content-Transfer-Encoding"]:
+        return None  # a "=" that quoted-printable does not allow: kept here, dropped there
     charset = message.get_content_charset("us-ascii")
     if charset not in ("us-ascii", "utf-8", "iso-8859-1", "windows-1252"):
         return None
@@ -114,13 +122,13 @@ def plain_body(source):
         text = (message.get_payload(decode=True) or b"").decode(charset)
     except UnicodeDecodeError:
         return None
-    return None if re.search(r"<(meta|link|base)|[\x00-\x08\x0b-\x1f\x7f-\x9f]", text, re.I) else text.strip()
+    return None if re.search(r"<(meta|link|base)|[\x00-\x08\x0b-\x1f\x7f-\x9f]", text, re.I) else text.strip(" \t\r\n")
 
 
 def page_holds(page, text):
-    lines = [line.rstrip() for line in re.split(r"\r\n|\n", text)]
+    lines = [line.rstrip(" \t") for line in re.split(r"\r\n|\n", text)]
     wanted = "<br>".join(lines).encode("cp1252", "xmlcharrefreplace")
-    have = b"<br>".join(line.rstrip() for line in page.replace(b"<br>\r\n", b"\n").split(b"\n"))
+    have = b"<br>".join(line.rstrip(b" \t") for line in page.replace(b"<br>\r\n", b"\n").split(b"\n"))
     return wanted in have
 
 
@@ -172,7 +180,7 @@ def check_entry(descriptor, sources):
 
 def index_rows(path):
     """File names that the table of an index links to, in order."""
-    names = re.findall(r'<a href="([^"/]+\.htm)">', text_of(path.read_bytes()))
+    names = re.findall(r'<a href="([^"/]*\.htm)">', text_of(path.read_bytes()))
     return [urllib.parse.unquote(html.unescape(name), "cp1252") for name in names]
 
 
