@@ -25,6 +25,13 @@ using platform::FileSystem;
 constexpr std::string_view ComponentFolders[] = {"Attachments", "HTMLMails",  "FaxImages", "Eml",
                                                  "VCards",      "VoiceMails", "Comments"};
 
+// A component whose folder is gone is as good as deleted: the folder may have been tidied away when an
+// earlier deletion of the same entry got stuck at another component.
+bool IsMissing(const Error& error) {
+  return error.Number == platform::file_error::FileNotFound ||
+         error.Number == platform::file_error::PathNotFound;
+}
+
 bool IsMarker(const platform::FileEntry& entry) {
   return !entry.IsFolder && std::ranges::any_of(MarkerNames, [&](const MarkerName& marker) {
     return EqualsFold(entry.Name, marker.Name) || EqualsFold(entry.Name, marker.Legacy);
@@ -192,7 +199,7 @@ bool DeleteMailArcEntry(FileSystem& fileSystem, std::string_view directory, std:
   bool allDeleted = true;
   for (const auto& path : components) {
     const auto deleted = fileSystem.DeleteFile(JoinPath(directory, path), true);
-    if (!deleted && deleted.error().Number != platform::file_error::FileNotFound) allDeleted = false;
+    if (!deleted && !IsMissing(deleted.error())) allDeleted = false;
   }
   if (allDeleted) {
     // The page first: a descriptor that stays behind alone is in no index.

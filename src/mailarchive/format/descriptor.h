@@ -29,15 +29,15 @@ enum class EntryKind { Mail, Fax, Voice };
 // What a descriptor holds. All paths are relative to its directory and use "\".
 struct EntryDescriptor {
   EntryKind Kind = EntryKind::Mail;
-  std::string Sortaddr, Subject;
-  DateTime Date;
-  std::string From, To;
+  std::string Sortaddr{}, Subject{};
+  DateTime Date{};
+  std::string From{}, To{};
   int Flags = 0;
-  std::string MailArcEntry;  // file name of the page
-  std::string MailArcAdd;    // file name of the descriptor
-  std::string Body;          // HTML, FAX or VOICE by kind
-  std::string Eml, Smtp, Comment;
-  std::vector<std::string> Attachments;
+  std::string MailArcEntry{};  // file name of the page
+  std::string MailArcAdd{};    // file name of the descriptor
+  std::string Body{};          // HTML, FAX or VOICE by kind
+  std::string Eml{}, Smtp{}, Comment{};
+  std::vector<std::string> Attachments{};
   bool HasAttachments = false;  // whether the key is written at all
 };
 

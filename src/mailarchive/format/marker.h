@@ -30,11 +30,11 @@ MarkerProbe ProbeMailArc(platform::FileSystem& fileSystem, std::string_view dire
 MailArcKind GetMailArcKind(platform::FileSystem& fileSystem, std::string_view directory);
 
 struct MarkerTexts {
-  std::string DisplayName;  // a single blank is written when empty
-  std::string FullPath;     // store path of the archive, or its ID
-  std::string DirName;      // physical directory; only what follows its last "\" is written
-  std::string Comment;      // plain text; written escaped, line breaks as <BR>
-  std::string CopyRight;    // likewise
+  std::string DisplayName{};  // a single blank is written when empty
+  std::string FullPath{};     // store path of the archive, or its ID
+  std::string DirName{};      // physical directory; only what follows its last "\" is written
+  std::string Comment{};      // plain text; written escaped, line breaks as <BR>
+  std::string CopyRight{};    // likewise
 };
 
 // Without `force` an existing marker stays as it is, and kind None ends without writing. With `force`, and

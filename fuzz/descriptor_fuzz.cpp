@@ -1,0 +1,58 @@
+// Descriptors of foreign mail archives: no path that a parser gives leaves the directory, and what is read
+// can be written and read again.
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "base/text.h"
+#include "mailarchive/format/descriptor.h"
+
+namespace {
+
+namespace mailarchive = velmora::mailarchive;
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+void RequireContained(std::string_view path) {
+  Require(path.find_first_of(":*?") == std::string_view::npos && !path.starts_with('\\') &&
+          !path.starts_with('/'));
+  for (const auto& piece : velmora::Split(velmora::ReplaceAll(path, "/", "\\"), "\\")) Require(piece != "..");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const auto index = mailarchive::ParseIndexFields(bytes);
+  const auto entry = mailarchive::ParseEntryFields(bytes);
+  const auto attachments = mailarchive::SplitAttachments(entry.Attachments);
+  for (const auto* path : {&entry.Body, &entry.Eml, &entry.Smtp, &entry.Comment, &entry.MailArcEntry,
+                           &entry.MailArcAdd, &index.Comment}) {
+    RequireContained(*path);
+  }
+  for (const auto& path : attachments) RequireContained(path);
+
+  const auto written = mailarchive::FormatDescriptor({.Sortaddr = index.Sortaddr,
+                                                      .Subject = index.Subject,
+                                                      .Date = index.Date,
+                                                      .From = index.From,
+                                                      .To = index.To,
+                                                      .Flags = index.Flags,
+                                                      .MailArcEntry = entry.MailArcEntry,
+                                                      .MailArcAdd = entry.MailArcAdd,
+                                                      .Body = entry.Body,
+                                                      .Eml = entry.Eml,
+                                                      .Smtp = entry.Smtp,
+                                                      .Comment = entry.Comment,
+                                                      .Attachments = attachments,
+                                                      .HasAttachments = true});
+  const auto indexAgain = mailarchive::ParseIndexFields(written);
+  const auto entryAgain = mailarchive::ParseEntryFields(written);
+  Require(indexAgain.Date == index.Date && indexAgain.Flags == index.Flags);
+  Require(entryAgain.Body == entry.Body && entryAgain.Eml == entry.Eml && entryAgain.Smtp == entry.Smtp);
+  Require(indexAgain.Subject == index.Subject && indexAgain.Sortaddr == index.Sortaddr);
+  Require(mailarchive::SplitAttachments(entryAgain.Attachments).size() <= attachments.size());
+  return 0;
+}
