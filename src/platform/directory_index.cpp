@@ -21,7 +21,7 @@ namespace {
 // Reading so few names costs no more than a few look-ups.
 constexpr std::size_t AlwaysWorthReading = 32;
 // Names that one own change pays for: the reading of a growing directory sums up to a few times its size.
-constexpr std::size_t CreditPerChange = 4;
+constexpr std::size_t CreditPerChange = 2;
 
 bool IsSameMoment(const struct timespec& a, const struct timespec& b) {
   return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
@@ -152,6 +152,7 @@ void DirectoryIndex::NoteRemoved(const std::string& hostName) {
     numbers_.Release(folded);
     return;
   }
+  isRead_ = false;  // a host that ignores case removed what it spells differently
 }
 
 }  // namespace velmora::platform

@@ -18,7 +18,9 @@ struct PathMapping {
 };
 
 // `mappings`: drives and shares; "Z:" is "/" unless the table says otherwise. Conversions take the most
-// specific mapping, shares before drives. A path without a mapping gives PathNotFound.
+// specific mapping, shares before drives. A later row replaces an earlier one of the same drive or share; a
+// row without an absolute host directory counts for nothing. A path without a mapping gives PathNotFound.
+// The object is for one thread.
 std::unique_ptr<FileSystem> MakeHostFileSystem(std::vector<PathMapping> mappings);
 
 }  // namespace velmora::platform

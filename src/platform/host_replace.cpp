@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <optional>
 
+#include "base/text.h"
 #include "platform/attributes.h"
 #include "platform/exclusive_rename.h"
 #include "platform/file_bytes.h"
@@ -150,7 +151,12 @@ Status HostFiles::ReplaceFile(std::string_view path, std::string_view bytes, con
   if (!found.empty() && (!S_ISREG(old.st_mode) || IsReadOnly(old))) return FailWith(file_error::AccessDenied);
   if (!link && !folder.IsWritable()) return FailWith(file_error::AccessDenied);
 
+  // A work file that a killed process left is in the index and goes with the rename.
+  const std::string foldedWork = FoldCase(options.WorkName);
+  const bool hasOldWork = !link && folder.Index.Find(options.WorkName, foldedWork) != nullptr;
+
   const int error = Replace(wanted, bytes);
+  if (hasOldWork) folder.Index.NoteRemoved(options.WorkName);
   if (found.empty() && error == 0) {
     folder.Index.NoteCreated(place->HostName, NameKind::File);
   } else {

@@ -133,9 +133,10 @@ Result<HostFiles::Target> HostFiles::OpenTarget(Place place, const TargetOptions
   DirectoryIndex& index = place.In->Index;
   // The second round follows a contradiction between the index and the disk, and starts from a fresh one.
   for (int round = 0; round < 2; ++round, index.MarkStale()) {
+    const Status fresh = index.Refresh(DirectoryIndex::Trust::LookUp);
     // Of a folder that may not be read, only exact names are known.
-    const bool isReadable = index.Refresh(DirectoryIndex::Trust::LookUp).has_value();
-    const DirectoryIndex::Name* known = isReadable ? index.Find(place.HostName, place.Folded) : nullptr;
+    if (!fresh && fresh.error().Number != file_error::AccessDenied) return Fail(fresh.error());
+    const DirectoryIndex::Name* known = fresh ? index.Find(place.HostName, place.Folded) : nullptr;
     std::string name = known != nullptr ? known->HostName : place.HostName;
     if (known == nullptr) {
       if (!place.In->IsWritable()) {

@@ -267,6 +267,20 @@ TEST_F(WriteTest, ReplacingKeepsRightsAndAttributes) {
   EXPECT_EQ(Names("*"), Strings{"a"});
 }
 
+TEST_F(WriteTest, TheWorkFileOfAKilledProcessIsUsedAndGone) {
+  dir_.WriteHostFile("list", "old");
+  dir_.WriteHostFile("work", "left over");
+  fs::create_symlink("list", H("linkedwork"));
+  EXPECT_TRUE(files_->FileExists(P("WORK")));
+  for (const char* work : {"work", "linkedwork"}) {
+    ASSERT_EQ(ErrorOf(files_->ReplaceFile(P("list"), "new", {.WorkName = work})), 0);
+    EXPECT_EQ(dir_.ReadHostFile("list"), "new");
+    EXPECT_FALSE(files_->FileExists(P(work)));
+    EXPECT_EQ(files_->UniqueFileName(dir_.Path(), work), work);
+  }
+  EXPECT_EQ(Names("*"), Strings{"list"});
+}
+
 TEST_F(WriteTest, ReplacingThroughALinkKeepsTheLink) {
   fs::create_directory(H("real"));
   dir_.WriteHostFile("real/a", "old");
