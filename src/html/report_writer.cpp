@@ -26,7 +26,8 @@ std::string AnchorEnd() { return "</A>"; }
 
 void ReportWriter::InitReportStyle() {
   ReportStyle defaults;
-  for (const std::size_t kept : {3, 6}) defaults.ColumnWidths[kept] = std::move(Style.ColumnWidths[kept]);
+  for (const std::size_t kept : {std::size_t{3}, std::size_t{6}})
+    defaults.ColumnWidths[kept] = std::move(Style.ColumnWidths[kept]);
   Style = std::move(defaults);
 }
 
