@@ -22,6 +22,8 @@ namespace file_error = platform::file_error;
 
 constexpr std::size_t BaseLength = 8;
 constexpr std::size_t PieceSize = 262'144;
+constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
+constexpr mode_t OwnerAndGroup = OwnerOnly | S_IRGRP | S_IWGRP;
 // Up to here each file is synced by itself; above it one sync of the file system is cheaper.
 constexpr std::size_t MostSingleSyncs = 8;
 
@@ -64,10 +66,12 @@ bool WriteAll(int descriptor, std::string_view bytes) {
 
 // Fills a new file by `fill`; a file that could not be filled is removed.
 template <typename Fill>
-Status MakeFile(const std::string& path, Fill fill) {
-  Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+Status MakeFile(const std::string& path, mode_t mode, Fill fill) {
+  Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, OwnerOnly);
   if (file.Value() < 0) return Failure(errno, path);
   Status filled = fill(file.Value());
+  // Beyond what the process's mask lets through.
+  if (filled && mode != OwnerOnly && fchmod(file.Value(), mode) != 0) filled = Failure(errno, path);
   if (filled && file.Close() != 0) filled = Failure(errno, path);
   if (!filled) unlink(path.c_str());
   return filled;
@@ -105,19 +109,25 @@ Result<std::vector<FoundContentFile>> ListContentFiles(const std::string& direct
   return files;
 }
 
-Status WriteContentFile(const std::string& path, std::string_view bytes) {
-  return MakeFile(path, [&](int file) -> Status {
+mode_t MailFileMode(const std::string& directory) {
+  struct stat status {};
+  const bool isForGroup = stat(directory.c_str(), &status) == 0 && (status.st_mode & S_IWGRP) != 0;
+  return isForGroup ? OwnerAndGroup : OwnerOnly;
+}
+
+Status WriteContentFile(const std::string& path, std::string_view bytes, mode_t mode) {
+  return MakeFile(path, mode, [&](int file) -> Status {
     if (!WriteAll(file, bytes)) return Failure(errno, path);
     return {};
   });
 }
 
-Status CopyContentFile(const std::string& source, const std::string& target, bool mayShare) {
+Status CopyContentFile(const std::string& source, const std::string& target, mode_t mode, bool mayShare) {
   if (mayShare && linkat(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), 0) == 0) return {};
   if (mayShare && errno == EEXIST) return Failure(EEXIST, target);
   const auto reader = ContentReader::Open(source);
   if (!reader) return Fail(reader.error());
-  return MakeFile(target, [&](int file) -> Status {
+  return MakeFile(target, mode, [&](int file) -> Status {
     for (std::int64_t offset = 0;;) {
       const auto piece = reader->Read(offset, PieceSize);
       if (!piece) return Fail(piece.error());

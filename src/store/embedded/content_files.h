@@ -3,6 +3,8 @@
 // paths.
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -28,10 +30,14 @@ struct FoundContentFile {
 };
 Result<std::vector<FoundContentFile>> ListContentFiles(const std::string& directory);
 
+// Who may read and write the files of a directory with mail: the owner alone, and the group where it may
+// write to the directory.
+mode_t MailFileMode(const std::string& directory);
+
 // The errors bear the file error numbers; `AlreadyExists` when the name is taken.
-Status WriteContentFile(const std::string& path, std::string_view bytes);
+Status WriteContentFile(const std::string& path, std::string_view bytes, mode_t mode);
 // A file of the same bytes: a hard link where `mayShare` allows it and the file system can.
-Status CopyContentFile(const std::string& source, const std::string& target, bool mayShare);
+Status CopyContentFile(const std::string& source, const std::string& target, mode_t mode, bool mayShare);
 bool IsContentFile(const std::string& path);
 // A missing file counts as removed.
 Status RemoveContentFile(const std::string& path);

@@ -1,9 +1,7 @@
 #include "store/embedded/database_pool.h"
 
-#include <fcntl.h>
 #include <fmt/core.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 
@@ -144,11 +142,10 @@ Result<std::unique_ptr<OpenArchive>> DatabasePool::Open(std::string_view directo
   const auto path = JoinPath(directory, DatabaseName);
   const auto hostPath = fileSystem_.HostPath(path);
   if (!hostPath) return Fail(hostPath.error());
-  if (create) {
-    // SQLite would make the file for everybody that the process's mask lets in.
-    const int made = open(hostPath->c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (made >= 0) close(made);
-  }
+  const auto fileMode = MailFileMode(HostDirectoryOf(*hostPath));
+  // SQLite would make the file for everybody that the process's mask lets in. It may be there already, and
+  // what else hinders shows below.
+  if (create) (void)WriteContentFile(*hostPath, "", fileMode);
   struct stat status {};
   if (stat(hostPath->c_str(), &status) != 0) {
     if (!create) return nullptr;
@@ -165,6 +162,7 @@ Result<std::unique_ptr<OpenArchive>> DatabasePool::Open(std::string_view directo
   archive->directory_ = directory;
   archive->hostPath_ = *hostPath;
   archive->hostDirectory_ = HostDirectoryOf(*hostPath);
+  archive->fileMode_ = fileMode;
   archive->identity_ = {status.st_dev, status.st_ino};
   archive->database_ = std::move(*database);
   return archive;

@@ -10,6 +10,8 @@
 // at any point has lost no entry.
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -38,6 +40,7 @@ class OpenArchive {
   MessageDatabase& Database() { return *database_; }
   const std::string& HostDirectory() const { return hostDirectory_; }
   std::string ContentPath(EntryKey key, int number) const;
+  mode_t FileMode() const { return fileMode_; }  // of new content files
 
   // --- Of the running transaction. ---
   // A key that no entry has or had and no content file bears.
@@ -57,6 +60,7 @@ class OpenArchive {
 
   std::string folded_;  // the directory in folded case, by which the pool knows it
   std::string directory_, hostDirectory_, hostPath_;
+  mode_t fileMode_ = 0;
   Identity identity_;
   std::unique_ptr<MessageDatabase> database_;
   std::optional<EntryKey> highestKey_;  // of rows and files, while the transaction runs

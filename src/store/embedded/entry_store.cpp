@@ -104,7 +104,7 @@ Result<EntryKey> EntryStore::Insert(std::string_view directory, EntryRecord reco
     record.Row.Key = *key;
     if (!source) break;
     const auto path = (*archive)->ContentPath(*key, 1);
-    const auto written = WriteContentFile(path, *source);
+    const auto written = WriteContentFile(path, *source, (*archive)->FileMode());
     if (!written && written.error().Number == file_error::AlreadyExists) continue;
     if (!written) return Fail(written.error());
     record.Row[Column::HasSource] = std::int64_t{1};
@@ -153,10 +153,10 @@ Status EntryStore::AddAttachment(std::string_view directory, EntryKey key, Attac
   // Number 1 is kept for the source of a mail or the file that belongs to a fax or voice mail.
   int number = std::max(HighestFile(*present, true), 1) + 1;
   auto path = (*archive)->ContentPath(key, number);
-  auto written = WriteContentFile(path, bytes);
+  auto written = WriteContentFile(path, bytes, (*archive)->FileMode());
   while (!written && written.error().Number == file_error::AlreadyExists) {
     path = (*archive)->ContentPath(key, ++number);
-    written = WriteContentFile(path, bytes);
+    written = WriteContentFile(path, bytes, (*archive)->FileMode());
   }
   if (!written) return written;
   (*archive)->NoteWrittenFile(path);
@@ -225,7 +225,7 @@ Result<EntryKey> EntryStore::CopyBetween(OpenArchive& source, EntryKey key, Open
   const auto copyAll = [&]() -> Status {
     for (const int number : PresentFiles(source, key, highest)) {
       const auto path = target.ContentPath(*newKey, number);
-      const auto copied = CopyContentFile(source.ContentPath(key, number), path, mayShare);
+      const auto copied = CopyContentFile(source.ContentPath(key, number), path, target.FileMode(), mayShare);
       if (!copied) return copied;
       copies.push_back(path);
     }

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "store/embedded/attachment_names.h"
 #include "store/embedded/content_decoder.h"
+#include "store/embedded/encoded_words.h"
 #include "store/embedded/gmime_handles.h"
 #include "store/embedded/html_rendition.h"
 #include "store/embedded/mime_structure.h"
@@ -111,15 +112,10 @@ void ReadParts(std::string_view source, const MimeStructure& structure, ParsedMa
 
 }  // namespace
 
-std::string DecodeHeaderText(std::string_view raw) {
-  const auto line = UnfoldHeader(raw);
-  if (line.find("=?") == std::string::npos) return OneLine(line);
-  const GTextHandle decoded(g_mime_utils_header_decode_text(MailParserOptions(), line.c_str()));
-  return ToText(decoded.get());
-}
+std::string DecodeHeaderText(std::string_view raw) { return OneLine(DecodeEncodedWords(UnfoldHeader(raw))); }
 
 std::vector<DvRecipient> ParseAddresses(std::string_view raw) {
-  const auto line = UnfoldHeader(raw);
+  const auto line = UnifyEncodedWords(UnfoldHeader(raw));
   std::vector<DvRecipient> recipients;
   if (line.empty()) return recipients;
   const GObjectHandle<InternetAddressList> list(

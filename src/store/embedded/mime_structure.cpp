@@ -6,6 +6,7 @@
 
 #include "base/code_page.h"
 #include "base/text.h"
+#include "store/embedded/encoded_words.h"
 #include "store/embedded/gmime_handles.h"
 
 namespace velmora::store::embedded {
@@ -40,7 +41,7 @@ std::size_t FieldNameLength(std::string_view line) {
 bool IsFolded(std::string_view line) { return line.starts_with(' ') || line.starts_with('\t'); }
 
 std::string MimeField(const std::vector<HeaderField>& fields, std::string_view name) {
-  return UnfoldHeader(FindHeader(fields, name).substr(0, LongestMimeField));
+  return UnifyEncodedWords(UnfoldHeader(FindHeader(fields, name).substr(0, LongestMimeField)));
 }
 
 std::string ToText(const char* text) { return text == nullptr ? std::string{} : std::string(text); }
@@ -77,7 +78,7 @@ class Splitter {
       CloseMultiparts(boundary ? boundary->Level + (boundary->IsClosing ? 0 : 1) : 0, end);
       if (!boundary) break;
       position = boundary->Next;
-      if (!boundary->IsClosing) position = BeginPart(position);
+      if (!boundary->IsClosing && !IsDoubled(*boundary)) position = BeginPart(position);
     }
     return std::move(result_);
   }
@@ -85,6 +86,12 @@ class Splitter {
  private:
   // A mailbox file's "From " line in front of the message.
   std::size_t EnvelopeLength() const { return source_.starts_with("From ") ? NextLine(source_, 0) : 0; }
+
+  // The same boundary line follows at once: there is no part between the two.
+  bool IsDoubled(const BoundaryLine& line) const {
+    const auto text = source_.substr(line.Begin, line.Next - line.Begin);
+    return source_.substr(line.Next).starts_with(text);
+  }
 
   std::size_t BeginPart(std::size_t begin) {
     open_.back().HasParts = true;
