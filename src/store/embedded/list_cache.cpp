@@ -44,6 +44,17 @@ std::optional<ListedRecord> ReadRecord(std::string_view content, std::size_t num
                       ReadHead(*record)};
 }
 
+// How many records at the beginning of two lists are the same.
+std::size_t CountEqualRecords(std::string_view a, std::string_view b) {
+  const std::size_t count = std::min(CountRecords(a), CountRecords(b));
+  std::size_t equal = 0;
+  for (; equal < count; ++equal) {
+    const std::size_t offset = equal * DirRecord::Size;
+    if (a.substr(offset, DirRecord::Size) != b.substr(offset, DirRecord::Size)) break;
+  }
+  return equal;
+}
+
 void Forget(std::unordered_map<std::string, std::vector<std::size_t>>& positions, const std::string& key) {
   const auto found = positions.find(key);
   found->second.pop_back();
@@ -76,8 +87,7 @@ std::string ShownName(std::string_view recordName, std::string_view directory) {
 }
 
 std::size_t ArchiveList::Assign(std::string content) {
-  const auto difference = std::mismatch(content.begin(), content.end(), content_.begin(), content_.end());
-  const auto kept = static_cast<std::size_t>(difference.first - content.begin()) / DirRecord::Size;
+  const std::size_t kept = CountEqualRecords(content, content_);
   while (!records_.empty() && static_cast<std::size_t>(records_.back().Number) > kept) {
     const ListedRecord& last = records_.back();
     Forget(byDirectory_, last.Key);
