@@ -14,6 +14,8 @@ constexpr std::size_t MaximumBytes = std::size_t{1} << 20;
 // The parser makes a table per dotted key part and takes them down recursively: a long enough chain would
 // exhaust the stack.
 constexpr std::size_t MaximumDotsPerLine = 32;
+// Two levels are the program's; a few more may be somebody else's.
+constexpr int MaximumLevels = 8;
 
 // Position behind the string that opens at `start`; a string that is never closed ends with the text. The
 // parser says what is wrong with it, here it only must not hide what follows.
@@ -60,12 +62,29 @@ bool NestsTooDeep(std::string_view bytes) {
   return false;
 }
 
+// Whether tables or arrays lie within more than `levels` others.
+bool IsDeeperThan(const toml::node& node, int levels) {
+  if (levels == 0) {
+    return node.is_table() || node.is_array();
+  }
+  if (const toml::table* table = node.as_table()) {
+    return std::any_of(table->begin(), table->end(),
+                       [&](const auto& pair) { return IsDeeperThan(pair.second, levels - 1); });
+  }
+  if (const toml::array* array = node.as_array()) {
+    return std::any_of(array->begin(), array->end(),
+                       [&](const toml::node& element) { return IsDeeperThan(element, levels - 1); });
+  }
+  return false;
+}
+
 std::optional<toml::table> ParseTable(std::string_view bytes) {
   if (bytes.size() > MaximumBytes || NestsTooDeep(bytes)) {
     return std::nullopt;
   }
   try {
-    return toml::parse(bytes);
+    toml::table table = toml::parse(bytes);
+    return IsDeeperThan(table, MaximumLevels) ? std::nullopt : std::optional(std::move(table));
   } catch (const toml::parse_error&) {
     return std::nullopt;
   }

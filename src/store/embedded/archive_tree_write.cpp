@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -64,17 +65,24 @@ Status MakeDirectory(platform::FileSystem& fileSystem, const std::string& direct
   return fileSystem.CreateFolder(directory, ownerOnly);
 }
 
-// Appends to a list whose exclusive lock the caller holds; gives the record's number.
-Result<int> Append(ListCache& lists, std::string_view directory, const DirRecord& record) {
-  auto list = lists.GetLocked(directory);
-  if (!list) return Fail(list.error());
-  std::string content = WholeRecords(**list);
-  list->reset();  // so that the cached list can grow in place
+using ListPointer = std::shared_ptr<const ArchiveList>;
+
+// Appends to a list, just read, whose exclusive lock the caller holds; gives the record's number. Lets go of
+// the list, so that the cached one can grow in place.
+Result<int> Append(ListCache& lists, std::string_view directory, ListPointer list, const DirRecord& record) {
+  std::string content = WholeRecords(*list);
+  list.reset();
   content += record.Bytes();
   const auto number = static_cast<int>(CountRecords(content));
   if (const Status put = lists.Put(directory, std::move(content)); !put)
     return Fail(WriteError(directory, put.error()));
   return number;
+}
+
+Result<int> Append(ListCache& lists, std::string_view directory, const DirRecord& record) {
+  auto list = lists.GetLocked(directory);
+  if (!list) return Fail(list.error());
+  return Append(lists, directory, std::move(*list), record);
 }
 
 // The copy of an archive's own record in its directory. Where the directory is gone there is nothing to keep.
@@ -139,15 +147,13 @@ struct NewDirectory {
 };
 
 // Makes the directory of that name; nothing when the name is taken.
-Result<std::optional<NewDirectory>> TryDirectory(platform::FileSystem& fileSystem, ListCache& lists,
-                                                 const std::string& parent, std::string_view directoryName,
-                                                 std::string_view displayName, const HeadContent& head) {
+Result<std::optional<NewDirectory>> TryDirectory(platform::FileSystem& fileSystem, const ListCache& lists,
+                                                 const ArchiveList& list, const std::string& parent,
+                                                 std::string_view directoryName, std::string_view displayName,
+                                                 const HeadContent& head) {
   const std::string path = JoinPath(parent, directoryName);
   const std::string key = DirectoryKey(path);
-  const auto list = lists.GetLocked(parent);
-  if (!list) return Fail(list.error());
-  if (IsDeviceName(directoryName) || !(*list)->NamingDirectory(key).empty() ||
-      !lists.ListsNaming(key).empty())
+  if (IsDeviceName(directoryName) || !list.NamingDirectory(key).empty() || !lists.ListsNaming(key).empty())
     return std::nullopt;
   auto record = MakeRecord(path, displayName, head);
   if (!record) return Fail(record.error());
@@ -159,11 +165,11 @@ Result<std::optional<NewDirectory>> TryDirectory(platform::FileSystem& fileSyste
 
 // Appends the record of a directory just made, and takes the directory away again if that fails.
 Result<int> Enter(platform::FileSystem& fileSystem, ListCache& lists, const std::string& parent,
-                  const NewDirectory& fresh) {
+                  ListPointer list, const NewDirectory& fresh) {
   // Only a copy: the list decides, so this needs no sync of its own.
   const Status self = fileSystem.WriteFile(JoinPath(fresh.Path, archive_file::Self), fresh.Record.Bytes());
-  Result<int> number =
-      self ? Append(lists, parent, fresh.Record) : Fail(WriteError(fresh.Path, self.error()));
+  Result<int> number = self ? Append(lists, parent, std::move(list), fresh.Record)
+                            : Fail(WriteError(fresh.Path, self.error()));
   // What cannot be removed shows up in a check as a directory without a record.
   if (!number) (void)fileSystem.DeleteFolder(fresh.Path, true);
   return number;
@@ -179,9 +185,12 @@ Result<ArchiveRecord> ArchiveTree::Create(std::string_view parentDirectory, std:
   const HeadContent head{properties, false};
   const auto lock = LockList(state_->FileSystem, parent);
   if (!lock) return Fail(lock.error());
+  auto list = state_->Lists.GetLocked(parent);
+  if (!list) return Fail(list.error());
 
   const auto attempt = [&](std::string_view directoryName) {
-    return TryDirectory(state_->FileSystem, state_->Lists, parent, directoryName, given.DisplayName, head);
+    return TryDirectory(state_->FileSystem, state_->Lists, **list, parent, directoryName, given.DisplayName,
+                        head);
   };
   Result<std::optional<NewDirectory>> fresh = attempt(base);
   std::size_t firstNumber = 1;
@@ -196,7 +205,7 @@ Result<ArchiveRecord> ArchiveTree::Create(std::string_view parentDirectory, std:
   if (!*fresh)
     return Fail(store_error::Failed, fmt::format("In {} ist kein Verzeichnisname mehr frei", parent));
 
-  const auto number = Enter(state_->FileSystem, state_->Lists, parent, **fresh);
+  const auto number = Enter(state_->FileSystem, state_->Lists, parent, std::move(*list), **fresh);
   if (!number) return Fail(number.error());
   return ArchiveRecord{(*fresh)->Path, (*fresh)->Record.Name().value_or(""), parent, *number, false,
                        properties};
@@ -214,15 +223,17 @@ Result<ArchiveRecord> ArchiveTree::CreateAt(std::string_view parentDirectory, st
 
   const auto lock = LockList(state_->FileSystem, parent);
   if (!lock) return Fail(lock.error());
-  if (!existed)
-    if (const Status made = MakeDirectory(state_->FileSystem, place); !made)
-      return Fail(WriteError(place, made.error()));
+  auto list = state_->Lists.GetLocked(parent);
+  if (!list) return Fail(list.error());
   Result<int> number = 0;
   if (existed) {
     const Status self = WriteSelf(state_->FileSystem, place, *record);
-    number = self ? Append(state_->Lists, parent, *record) : Result<int>(Fail(self.error()));
+    number =
+        self ? Append(state_->Lists, parent, std::move(*list), *record) : Result<int>(Fail(self.error()));
   } else {
-    number = Enter(state_->FileSystem, state_->Lists, parent, {place, *record});
+    const Status made = MakeDirectory(state_->FileSystem, place);
+    if (!made) return Fail(WriteError(place, made.error()));
+    number = Enter(state_->FileSystem, state_->Lists, parent, std::move(*list), {place, *record});
   }
   if (!number) return Fail(number.error());
   return ArchiveRecord{place, record->Name().value_or(""), parent, *number, false, properties};

@@ -1,0 +1,192 @@
+#include "program_fixture.h"
+#include "startup/command_line.h"
+
+namespace velmora::startup {
+namespace {
+
+class MainTest : public ProgramTest {
+ protected:
+  settings::Value Stored(std::string_view section, std::string_view name) {
+    return Settings().GetUserSetting(section, name, std::string("missing"));
+  }
+};
+
+TEST_F(MainTest, AFirstStartOnACleanMachineOpensBothPanesOnTheDefaultArchive) {
+  bool checked = false;
+  windows.OnMainWindow = [&](Context& first) {
+    EXPECT_EQ(first.session.LeftArchive->FullPath(), "/Archive");
+    EXPECT_EQ(first.session.RightArchive->FullPath(), "/Archive");
+    EXPECT_EQ(first.process.CurrentPath, directory.Path("docs\\"));
+    EXPECT_EQ(first.process.TempDir, directory.Path("temp\\$$Velmora\\"));
+    EXPECT_EQ(first.session.ServerName, Server);
+    checked = true;
+  };
+  EXPECT_EQ(RunMain(""), exit_status::Done);
+  EXPECT_TRUE(checked);
+  EXPECT_TRUE(front.Boxes.empty());
+}
+
+TEST_F(MainTest, TheCaptionNamesProductVersionAndUser) {
+  StartSession();
+  context().process.Version = {3, 7, 1};
+  EXPECT_EQ(BuildMainCaption(context()), "Velmora 3.7 - Anna Admin (anna@example.org)");
+}
+
+TEST_F(MainTest, WithoutAWindowAStartEndsWithAHint) {
+  hasWindows = false;
+  EXPECT_EQ(RunMain(""), exit_status::NothingRan);
+  ASSERT_EQ(front.Boxes.size(), 1U);
+  EXPECT_NE(front.Boxes[0].Text.find("-b:<Steuerdatei>"), std::string::npos);
+  EXPECT_EQ(RunMain("-migrate"), exit_status::NothingRan);
+}
+
+TEST_F(MainTest, MigrationShowsItsDialogWithoutSigningOn) {
+  login = "nobody";
+  EXPECT_EQ(RunMain("  -MIGRATE "), exit_status::Done);
+  EXPECT_EQ(windows.MigrationDialogs, 1);
+  EXPECT_EQ(windows.MainWindows, 0);
+  EXPECT_TRUE(front.Boxes.empty());
+}
+
+TEST_F(MainTest, MigrationIsRefusedBesideARunningInstance) {
+  int status = -1;
+  FakeWindows other;
+  test::ScriptedFrontEnd otherFront;
+  windows.OnMainWindow = [&](Context&) {
+    Program second({.Directories = directories,
+                    .fileSystem = *files,
+                    .clock = clock,
+                    .frontEnd = otherFront.Set(),
+                    .makeApi = {},
+                    .CommandLine = "-migrate",
+                    .NamedServer = "",
+                    .windows = &other});
+    status = Main(second.GetContext());
+  };
+  RunMain("");
+  EXPECT_EQ(status, exit_status::NothingRan);
+  EXPECT_EQ(other.MigrationDialogs, 0);
+  ASSERT_EQ(otherFront.Boxes.size(), 1U);
+  EXPECT_EQ(otherFront.Boxes[0].Title, "Fehler");
+  EXPECT_EQ(otherFront.Boxes[0].Text, "Im Migrationsmode ist der Mehrfachstart nicht erlaubt.");
+}
+
+TEST_F(MainTest, MigrateWithMoreTextIsAnOrdinaryLine) {
+  RunMain("-migrate now");
+  EXPECT_EQ(windows.MigrationDialogs, 0);
+  EXPECT_EQ(windows.MainWindows, 1);
+  EXPECT_EQ(context().process.StartMode, start_mode::Path);
+  EXPECT_EQ(context().process.StartPathArg, "-migrate now");
+}
+
+TEST_F(MainTest, AFailedSignOnEndsTheStart) {
+  login = "nobody";
+  EXPECT_EQ(RunMain(""), exit_status::NothingRan);
+  EXPECT_EQ(windows.MainWindows, 0);
+  ASSERT_EQ(front.Boxes.size(), 1U);
+  EXPECT_EQ(front.Boxes[0].Title, "Velmora - Anmeldung");
+}
+
+TEST_F(MainTest, HelpIsABoxAndAnEnd) {
+  for (const std::string line : {"-?", "-h", "-help"}) {
+    front.Boxes.clear();
+    EXPECT_EQ(RunMain(line), exit_status::Done);
+    ASSERT_EQ(front.Boxes.size(), 1U);
+    EXPECT_EQ(front.Boxes[0].Title, "Hilfe");
+    EXPECT_EQ(front.Boxes[0].Text, HelpText());
+  }
+  EXPECT_EQ(windows.MainWindows, 0);
+}
+
+TEST_F(MainTest, SwitchingTheIntegrationOnStoresItAndTheVersion) {
+  EXPECT_EQ(RunMain("-i"), exit_status::Done);
+  EXPECT_EQ(Stored("Options", "TICIntegration"), settings::Value(std::string("1")));
+  EXPECT_EQ(Stored("Information", "Application"), settings::Value(std::string("Velmora")));
+  EXPECT_EQ(Stored("Information", "Revison"), settings::Value(settings::RunningVersion().Revision));
+  EXPECT_EQ(windows.MainWindows, 0);
+}
+
+TEST_F(MainTest, SwitchingTheIntegrationOffRemovesLogAndSavedLine) {
+  StartSession();
+  directory.WriteHostFile("state/VelmoraError.log", "x");
+  directory.WriteHostFile("state/VelmoraLine.txt", "-r");
+  EXPECT_EQ(RunMain("-u"), exit_status::Done);
+  EXPECT_EQ(Stored("Options", "TICIntegration"), settings::Value(std::string("0")));
+  EXPECT_FALSE(std::filesystem::exists(directory.HostPath("state/VelmoraError.log")));
+  EXPECT_FALSE(std::filesystem::exists(directory.HostPath("state/VelmoraLine.txt")));
+}
+
+TEST_F(MainTest, ABatchOptionWithoutAColonStartsNormally) {
+  EXPECT_EQ(RunMain("-b"), exit_status::Done);
+  EXPECT_EQ(windows.MainWindows, 1);
+  EXPECT_FALSE(context().process.BatchMode);
+}
+
+TEST_F(MainTest, ABatchWithoutAFileNameIsReportedInTheLog) {
+  EXPECT_EQ(RunMain("-b:"), exit_status::NothingRan);
+  EXPECT_EQ(windows.MainWindows, 0);
+  EXPECT_TRUE(front.Boxes.empty());
+  EXPECT_NE(Log().find("Steuerdatei"), std::string::npos) << Log();
+}
+
+TEST_F(MainTest, AnUnattendedRunThatCannotSignOnShowsNoBoxAndLogsWhy) {
+  login = "nobody";
+  EXPECT_EQ(RunMain("-b:x.txt"), exit_status::NothingRan);
+  EXPECT_TRUE(front.Boxes.empty());
+  EXPECT_NE(Log().find("DvISE-Error"), std::string::npos) << Log();
+}
+
+TEST_F(MainTest, AnUnattendedRunSavesNoSettingsAndRegistersNothing) {
+  directory.WriteHostFile("c.txt", "command=copydavidlogs\nlogtype=rxlog\ndstarchive=/Archive\n");
+  RunMain("-b:" + directory.Path("c.txt"));
+  EXPECT_EQ(Stored("Options", "AutoSaveSettings"), settings::Value(std::string("missing")));
+  EXPECT_FALSE(std::filesystem::exists(directory.HostPath("userdata")));
+}
+
+TEST_F(MainTest, AControlFileWithoutABackslashLiesInTheProgramDirectory) {
+  StartSession();
+  directory.WriteHostFile("state/nightly.txt", "command=nonsense\n");
+  EXPECT_EQ(RunMain("-b:nightly.txt"), exit_status::NothingRan);
+  EXPECT_NE(Log().find("Unbekanntes Kommando in der Steuerdatei: nonsense"), std::string::npos) << Log();
+}
+
+TEST_F(MainTest, AHostPathNamesTheControlFile) {
+  directory.WriteHostFile("c.txt", "command=nonsense\n");
+  RunMain("-b:" + directory.HostPath("c.txt"));
+  EXPECT_NE(Log().find("Unbekanntes Kommando"), std::string::npos) << Log();
+}
+
+TEST_F(MainTest, TheEndAsksAndUnloadsTheWindows) {
+  StartSession();
+  front.Answers = {run::Answer::No, run::Answer::Yes};
+  EXPECT_FALSE(ConfirmExit(context(), true));
+  EXPECT_EQ(windows.Unloads, 0);
+  EXPECT_TRUE(ConfirmExit(context(), true));
+  EXPECT_EQ(front.Boxes[0].Title, "Ende");
+  EXPECT_EQ(front.Boxes[0].Text, "Velmora wirklich beenden?");
+  EXPECT_TRUE(ConfirmExit(context(), false));
+  EXPECT_EQ(front.Boxes.size(), 2U);
+  EXPECT_EQ(windows.Unloads, 2);
+  context().process.ServerChanging = true;
+  EXPECT_FALSE(ConfirmExit(context(), false));
+}
+
+TEST_F(MainTest, ShutdownRemovesTheTemporaryFilesSavesAndSignsOff) {
+  StartSession();
+  directory.WriteHostFile("temp/$$Velmora/x.tmp", "x");
+  Shutdown(context());
+  EXPECT_FALSE(std::filesystem::exists(directory.HostPath("temp/$$Velmora")));
+  EXPECT_EQ(Stored("Options", "LastUsedServer"), settings::Value(std::string(Server)));
+  EXPECT_EQ(context().session.Account, nullptr);
+  EXPECT_EQ(front.Waits, std::vector<std::string>{"Temporäre Dateien werden gelöscht"});
+}
+
+TEST_F(MainTest, AChangeOfServerSavesNothingAtTheShutdown) {
+  StartSession();
+  context().process.ServerChanging = true;
+  Shutdown(context());
+  EXPECT_EQ(Stored("Options", "LastUsedServer"), settings::Value(std::string("missing")));
+}
+
+}  // namespace
+}  // namespace velmora::startup
