@@ -8,6 +8,7 @@
 
 #include "base/paths.h"
 #include "cli/mbox_source.h"
+#include "platform/host_names.h"
 #include "store/errors.h"
 
 namespace velmora::cli {
@@ -15,10 +16,17 @@ namespace {
 
 constexpr std::string_view MboxBegin = "From ";
 
+// What a user recognises: the file as the host names it.
+std::string DisplayPath(platform::FileSystem& fileSystem, std::string_view path) {
+  return fileSystem.HostPath(path).value_or(std::string(path));
+}
+
 using NextMessage = tl::expected<std::optional<SourceMessage>, SourceError>;
 
 NextMessage ReadMessage(platform::FileSystem& fileSystem, const std::string& path, std::size_t maxBytes) {
-  const auto failed = [&](Error cause) { return tl::unexpected(SourceError{path, std::move(cause)}); };
+  const auto failed = [&](Error cause) {
+    return tl::unexpected(SourceError{DisplayPath(fileSystem, path), std::move(cause)});
+  };
   const auto entry = fileSystem.GetEntry(path);
   if (!entry) return failed(entry.error());
   if (static_cast<std::uint64_t>(entry->Size) > maxBytes) {
@@ -28,7 +36,7 @@ NextMessage ReadMessage(platform::FileSystem& fileSystem, const std::string& pat
   if (!bytes) return failed(bytes.error());
   SourceMessage message;
   message.Bytes = std::move(*bytes);
-  message.Origin = path;
+  message.Origin = DisplayPath(fileSystem, path);
   return std::optional(std::move(message));
 }
 
@@ -60,12 +68,14 @@ class FileSource final : public MailSource {
   std::size_t next_ = 0;
 };
 
-// The flag S (seen) behind ":2,"; some systems write ";" or "!" for the colon.
-bool IsSeen(std::string_view fileName) {
+// The flag S (seen) behind ":2,"; some systems write ";" or "!" for the colon. A name of ours has no colon:
+// the host's own tells.
+bool IsSeen(std::string_view windowsName) {
+  const std::string fileName = platform::ToHostName(windowsName).value_or(std::string());
   const auto info = fileName.rfind("2,");
-  return info != std::string_view::npos && info > 0 &&
+  return info != std::string::npos && info > 0 &&
          std::string_view(":;!").find(fileName[info - 1]) != std::string_view::npos &&
-         fileName.substr(info).find('S') != std::string_view::npos;
+         fileName.find('S', info) != std::string::npos;
 }
 
 Result<std::unique_ptr<MailSource>> OpenMaildir(platform::FileSystem& fileSystem, std::string_view path,
@@ -104,7 +114,8 @@ Result<std::unique_ptr<MailSource>> OpenMailSource(platform::FileSystem& fileSys
     return std::make_unique<FileSource>(fileSystem, std::move(files), maxMessageBytes);
   }
   if (const auto back = (*reader)->Seek(0); !back) return Fail(back.error());
-  return std::make_unique<MboxSource>(std::move(*reader), std::string(path), entry->Size, maxMessageBytes);
+  return std::make_unique<MboxSource>(std::move(*reader), DisplayPath(fileSystem, path), entry->Size,
+                                      maxMessageBytes);
 }
 
 }  // namespace velmora::cli

@@ -107,8 +107,8 @@ TEST_F(MailSourceTest, ATooLargeMessageIsAnErrorWithItsPlaceAndTheNextOneFollows
   const auto read = ReadAll("x.mbox", 1000);
   EXPECT_EQ(read.Messages, (Messages{"\nsmall\n", "\nlast\n"}));
   ASSERT_EQ(read.Errors.size(), 1U);
-  EXPECT_EQ(read.Errors[0], directory_.Path("x.mbox") + ", Nachricht 2 ab Byte 15");
-  EXPECT_EQ(read.Origins[1], directory_.Path("x.mbox") + ", Nachricht 3 ab Byte 5225");
+  EXPECT_EQ(read.Errors[0], directory_.HostPath("x.mbox") + ", Nachricht 2 ab Byte 15");
+  EXPECT_EQ(read.Origins[1], directory_.HostPath("x.mbox") + ", Nachricht 3 ab Byte 5226");
   directory_.WriteHostFile("a.eml", std::string(2000, 'x'));
   EXPECT_EQ(ReadAll("a.eml", 1000).Errors.size(), 1U);
 }
