@@ -82,9 +82,9 @@ void EmptyTarget(Context& context, std::string_view directory) {
   }
   for (const platform::FileEntry& entry : *entries) {
     const std::string path = JoinPath(directory, entry.Name);
-    const bool isTree = entry.IsFolder && !entry.IsLink;
-    const Status deleted =
-        isTree ? context.fileSystem.DeleteFolder(path, true) : context.fileSystem.DeleteFile(path, true);
+    // A link to a folder is a folder too: the link goes, what it leads to stays.
+    const Status deleted = entry.IsFolder ? context.fileSystem.DeleteFolder(path, true)
+                                          : context.fileSystem.DeleteFile(path, true);
     if (!deleted) {
       context.run.LogError(path, deleted.error());
     }

@@ -151,7 +151,7 @@ Status EntryStore::AddAttachment(std::string_view directory, EntryKey key, Attac
   const auto present = database.ReadAttachments(key);
   if (!present) return Fail(present.error());
   // Number 1 is kept for the source of a mail or the file that belongs to a fax or voice mail.
-  int number = std::max(HighestFile(*present, true), 1) + 1;
+  int number = HighestFile(*present, true) + 1;
   auto path = (*archive)->ContentPath(key, number);
   auto written = WriteContentFile(path, bytes, (*archive)->FileMode());
   while (!written && written.error().Number == file_error::AlreadyExists) {

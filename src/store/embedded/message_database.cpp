@@ -133,6 +133,10 @@ void MessageDatabase::Rollback() {
 }
 
 Status MessageDatabase::BeginStep() {
+  // Nothing may be written behind a transaction that is gone: its loss is told by the commit that follows.
+  if (!sqlite_.IsInTransaction()) {
+    return Fail(store_error::Failed, fmt::format("Die Änderungen sind nicht zu speichern: {}", path_));
+  }
   auto query = Prepare("SAVEPOINT step");
   return query ? query->Run() : Fail(query.error());
 }

@@ -32,13 +32,13 @@ std::string UnfoldHeader(std::string_view raw);
 // The MIME header fields of a part.
 struct PartHeader {
   std::string MediaType = "text/plain";  // lower case
-  std::string Charset = {};                   // as it stands, "" for none
+  std::string Charset = {};              // as it stands, "" for none
   std::string Boundary = {};
-  std::string FileName = {};       // decoded, as the message tells it: anything may stand in it
-  std::string Encoding = {};       // Content-Transfer-Encoding, "" for none
-  std::string ContentId = {};      // without "<" and ">"
-  bool IsAttachment = false;  // Content-Disposition is there and not "inline"
-  bool IsInline = false;      // Content-Disposition is "inline"
+  std::string FileName = {};   // decoded, as the message tells it: anything may stand in it
+  std::string Encoding = {};   // Content-Transfer-Encoding, "" for none
+  std::string ContentId = {};  // without "<" and ">"
+  bool IsAttachment = false;   // Content-Disposition is there and not "inline"
+  bool IsInline = false;       // Content-Disposition is "inline"
 };
 
 PartHeader ReadPartHeader(const std::vector<HeaderField>& fields, std::string_view defaultType);

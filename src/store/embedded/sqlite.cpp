@@ -107,6 +107,8 @@ Result<Statement> Sqlite::Prepare(std::string_view sql) {
   return Statement(statement);
 }
 
+bool Sqlite::IsInTransaction() const { return sqlite3_get_autocommit(handle_.get()) == 0; }
+
 std::int64_t Sqlite::LastRowId() const { return sqlite3_last_insert_rowid(handle_.get()); }
 
 Result<SqliteTransaction> SqliteTransaction::Begin(Sqlite& database) {

@@ -50,6 +50,8 @@ class Sqlite {
   Status Execute(const char* sql);
   Result<Statement> Prepare(std::string_view sql);
   std::int64_t LastRowId() const;
+  // False also after an error at which SQLite rolled back by itself (a full disk).
+  bool IsInTransaction() const;
 
  private:
   struct CloseHandle {

@@ -40,8 +40,7 @@ TEST(FillForm, LeavesAnEarlierVariableInsideAValue) {
 
 TEST(FillForm, FillsAVariableThatAValueCompletes) {
   EXPECT_EQ(FillForm("%VELMORA_%VELMORA_A%TO%", {{"%VELMORA_A%", ""}, {"%VELMORA_TO%", "b"}}), "b");
-  EXPECT_EQ(FillForm("%VELMORA_A%VELMORA_TO%", {{"%VELMORA_A%", "50%"}, {"%VELMORA_TO%", "b"}}),
-            "50b");
+  EXPECT_EQ(FillForm("%VELMORA_A%VELMORA_TO%", {{"%VELMORA_A%", "50%"}, {"%VELMORA_TO%", "b"}}), "50b");
   EXPECT_EQ(FillForm("%VELMORA_A% VELMORA_TO%", {{"%VELMORA_A%", "50%"}, {"%VELMORA_TO%", "b"}}),
             "50% VELMORA_TO%");
 }

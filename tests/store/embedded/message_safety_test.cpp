@@ -1,11 +1,13 @@
 // What may happen to an archive: damage, other processes, crashes, file operations in between.
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <fstream>
+#include <set>
 
 #include "message_fixture.h"
 #include "store/embedded/entry_store.h"
@@ -276,6 +278,53 @@ TEST_F(MessageSafetyTest, KilledProcessLosesNoEntry) {
     }
     EXPECT_EQ(subjects.size(), std::size_t{Mails});
     store.reset();
+  }
+}
+
+// No file may grow any more, as on a full disk: what a commit has reported as done stands, what it could not
+// keep has been reported.
+TEST_F(MessageSafetyTest, FullDiskLosesNothingThatWasReportedAsDone) {
+  int channel[2];
+  ASSERT_EQ(pipe(channel), 0);
+  const auto child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{400'000, 400'000};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const auto childFiles = MakeFileSystem();
+    MessageStore childStore(*childFiles, clock);
+    int pending = 0, done = 0, failures = 0;
+    for (int i = 0; i < 1'000; ++i) {
+      if (childStore.Deliver(In, "Subject: x\n\n" + std::string(1'500, 'y'), {})) {
+        ++pending;
+      } else {
+        ++failures;
+      }
+      if (i % 7 != 6) continue;
+      if (childStore.Commit()) {
+        done += pending;
+      } else {
+        ++failures;
+      }
+      pending = 0;
+    }
+    const int report[2] = {done, failures};
+    _exit(write(channel[1], report, sizeof report) == sizeof report ? 0 : 1);
+  }
+  int report[2] = {};
+  ASSERT_EQ(read(channel[0], report, sizeof report), static_cast<ssize_t>(sizeof report));
+  waitpid(child, nullptr, 0);
+  close(channel[0]);
+  close(channel[1]);
+  EXPECT_GT(report[0], 0);
+  EXPECT_GT(report[1], 0) << "the disk was never full";
+  Reopen();
+  EXPECT_GE(Count(), report[0]);
+  const auto listed = store->GetEntries(In, filter_preset::None, EntryOrder::Store);
+  for (int i = 0; i < (*listed)->Count(); ++i) {
+    EXPECT_NE(store->SourcePath(In, (*listed)->Key(i)), "");
+    EXPECT_EQ(FieldText(Field((*listed)->Key(i), tag::PlainText)).size(), 1'500U);
   }
 }
 
