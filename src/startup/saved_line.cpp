@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "settings/options_table.h"
 #include "startup/command_line.h"
+#include "startup/settings_session.h"
 
 namespace velmora::startup {
 namespace {
@@ -14,6 +15,11 @@ namespace {
 constexpr std::string_view SavedLineName = "VelmoraLine.txt";
 
 void StoreMode(Context& context, int mode) {
+  // Values stored beside the version record of another version, or beside none, are wiped by the next start.
+  if (!VersionUnchanged(context)) {
+    ClearSettings(context);
+    StoreVersionInfo(context);
+  }
   context.options.SaveCmdLineMode = mode;
   // A mode that cannot be stored has no effect at the next start, which then shows it.
   (void)context.settingsStore.SetUserSetting(settings::section::GlobalSettings,

@@ -66,6 +66,7 @@ class ProgramTest : public ::testing::Test {
     directories.Program = directory.HostPath("program");
     std::filesystem::create_directories(directory.HostPath("program/Designs"));
     std::filesystem::create_directories(directory.HostPath("target"));
+    WriteDesign();
   }
 
   std::unique_ptr<platform::FileSystem> MakeFiles() {
@@ -81,6 +82,18 @@ class ProgramTest : public ::testing::Test {
     const auto added = store::embedded::AddUser(*files, tree, layout, *site,
                                                 {0, name, loginName, loginName + "@example.org", rights});
     ASSERT_TRUE(added.has_value()) << added.error().Text;
+  }
+
+  // A design set of bare forms.
+  void WriteDesign() {
+    directory.WriteHostFile("program/Designs/Standard.ini",
+                            "[TreeIndex]\r\nform=Tree.htm\r\n[MessageIndexByDate]\r\nform=Index.htm\r\n"
+                            "[MessageIndexBySubject]\r\nform=Index.htm\r\n[MessageIndexByAddress]\r\n"
+                            "form=Index.htm\r\n[Messages]\r\nform=Mail.htm\r\npictures=\r\n");
+    for (const std::string name : {"Tree.htm", "Index.htm"}) {
+      directory.WriteHostFile("program/Designs/" + name, "<p>%VELMORA_IDXLINKS%</p>");
+    }
+    directory.WriteHostFile("program/Designs/Mail.htm", "<p>%VELMORA_SUBJECT%</p>");
   }
 
   // A new process with this command line; the one before has ended.

@@ -76,7 +76,7 @@ TEST_F(ResultMailTest, TheExportFillsAllPlaceholders) {
   EXPECT_EQ(
       mails[0].Text,
       "31.12.2026 23:59:00\r\n0s\r\n/Archive/Projekte/\r\n" + directory.Path("target") +
-          "\r\nnightly.txt\r\nCopy\r\nCopy /Archive/Projekte\r\n1 Mail(s)\r\n0 Attachment(s)\r\n0 Fax(e)\r\n"
+          "\r\nnightly.txt\r\nCopy\r\nCopy /Archive/Projekte\r\n0 Mail(s)\r\n0 Attachment(s)\r\n0 Fax(e)\r\n"
           "0 VoiceMail(s)\r\n0 Adresse(n)\r\n0 Link(s)\r\n1 EML-File(s)\r\n0 Fehler(n)\r\nEnde");
 }
 

@@ -78,7 +78,16 @@ TEST_F(SavedLineTest, StatusTellsTheMode) {
 
 TEST_F(SavedLineTest, AnEndBeforeTheSettingsWereLoadedSavesNoneOfThem) {
   RunMain("-w1");
-  EXPECT_EQ(Settings().Read(settings::Scope::User).count("Information"), 0U);
+  EXPECT_EQ(Settings().Read(settings::Scope::User).count("Options"), 0U);
+}
+
+TEST_F(SavedLineTest, TheModeOutlivesTheWipeOfAnotherVersion) {
+  ASSERT_TRUE(Settings().SetUserSetting("Information", "MajorVersion", 99));
+  ASSERT_TRUE(Settings().SetUserSetting("Options", "SizeCheck", 5));
+  RunMain("-w2");
+  StartSession("-r");
+  EXPECT_EQ(StoredMode(), 2);
+  EXPECT_EQ(context().options.SizeCheck, 0);
 }
 
 TEST_F(SavedLineTest, IgnoringNeitherUsesNorAsksAndDropsTheRest) {
