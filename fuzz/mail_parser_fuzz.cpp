@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& recipient : *list) RequireOneLine(recipient.Name + recipient.Address);
   }
   for (const auto* text : {&mail.Header, &mail.PlainText, &mail.HtmlText}) {
-    Require(velmora::IsValidUtf8(*text) && text->find('\\0') == std::string::npos);
+    Require(velmora::IsValidUtf8(*text) && text->find('\0') == std::string::npos);
   }
   for (const auto& attachment : mail.Attachments) RequireSound(attachment, source);
   const auto findPart = [](std::string_view id) -> std::optional<int> { return static_cast<int>(id.size()); };
