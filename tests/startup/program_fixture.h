@@ -22,6 +22,7 @@
 #include "support/manual_clock.h"
 #include "support/scripted_front_end.h"
 #include "support/temp_dir.h"
+#include "support/test_store.h"
 
 namespace velmora::startup {
 
@@ -46,16 +47,11 @@ class FakeWindows final : public WindowFactory {
 
 class ProgramTest : public ::testing::Test {
  protected:
-  static constexpr std::string_view Server = "ZEB1";
+  static constexpr std::string_view Server = test::Zeb1Store.Server;
 
   ProgramTest() {
-    using namespace store::embedded;
-    const Status made = InitStore(
-        {directory.HostPath("store"), std::string(Server), {0, "Anna Admin", "anna", "anna@example.org", 0}},
-        clock);
-    EXPECT_TRUE(made.has_value()) << made.error().Text;
+    test::CopyTestStore(test::Zeb1Store, directory.HostPath("store"));
     files = MakeFiles();
-    AddUser("Otto Ohne", "otto", StandardRights);
     directories.Config = directory.HostPath("config");
     directories.MachineConfig = directory.HostPath("machine");
     directories.State = directory.HostPath("state");

@@ -16,17 +16,16 @@
 #include "store/embedded/store_setup.h"
 #include "store/errors.h"
 #include "support/temp_dir.h"
+#include "support/test_store.h"
 
 namespace velmora::store::embedded {
 
 class StoreFixture : public testing::Test {
  protected:
   StoreFixture() : location_{"BUERO", directory_.HostPath("store")}, layout_("BUERO") {
-    NewStore store{location_.HostDirectory, location_.ServerName, {0, "Anna", "anna", "anna@example.org", 0}};
-    const auto made = InitStore(store, platform::SystemClock());
-    if (!made) throw std::runtime_error(made.error().Text);
+    velmora::test::CopyTestStore(velmora::test::BueroStore, location_.HostDirectory);
     fileSystem_ = platform::MakeHostFileSystem({MappingOf(location_)});
-    bert_ = AddTestUser("Bert", "bert", StandardRights);
+    bert_ = Site().FindUserByLogin("bert").value().value();
     anna_ = SignOn("anna");
   }
 
