@@ -1,9 +1,11 @@
 #include "platform/file_bytes.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <limits>
 #include <vector>
 
 namespace velmora::platform {
@@ -11,6 +13,9 @@ namespace {
 
 // More than this is not set aside on the word of a caller or of a file's length alone.
 constexpr std::size_t ReadStep = std::size_t{1} << 20;
+constexpr std::size_t MostExpected = std::size_t{1} << 26;
+// Behind the end that a file tells, so much is tried for what came since.
+constexpr std::size_t EndStep = 4096;
 constexpr std::size_t CopyStep = std::size_t{1} << 30;
 
 }  // namespace
@@ -39,6 +44,19 @@ int ReadUpTo(int descriptor, std::size_t count, std::string& bytes) {
     count -= static_cast<std::size_t>(taken);
   }
   return 0;
+}
+
+int ReadWhole(int descriptor, std::string& bytes) {
+  struct stat status {};
+  if (fstat(descriptor, &status) != 0) return errno;
+  const auto size = static_cast<std::size_t>(std::max<off_t>(0, status.st_size));
+  const std::size_t expected = std::min(size, MostExpected);
+  bytes.reserve(bytes.size() + expected + EndStep);
+  if (const int error = ReadUpTo(descriptor, expected, bytes); error != 0) return error;
+  const std::size_t before = bytes.size();
+  if (const int error = ReadUpTo(descriptor, EndStep, bytes); error != 0) return error;
+  if (bytes.size() < before + EndStep) return 0;
+  return ReadUpTo(descriptor, std::numeric_limits<std::size_t>::max(), bytes);
 }
 
 int CopyAll(int from, int to) {

@@ -11,6 +11,9 @@ namespace velmora::platform {
 int WriteAll(int descriptor, std::string_view bytes);
 // Appends up to `count` bytes to `bytes`; fewer only at the end of the file.
 int ReadUpTo(int descriptor, std::size_t count, std::string& bytes);
+// Appends all that is left of the file; what its length tells is set aside once. A file without a length is
+// read to its end all the same.
+int ReadWhole(int descriptor, std::string& bytes);
 // From the position of one file to its end, to the position of the other.
 int CopyAll(int from, int to);
 

@@ -49,6 +49,8 @@ struct WriteOptions {
   Create Mode = Create::Overwrite;
   std::optional<DateTime> Time = {};  // all times of the file; set through the open descriptor
   bool OwnerOnly = false;             // readable by its owner alone, for mail, passwords and temporary data
+  bool InPlace = false;  // CopyFile: an existing target is overwritten where it lies and then cut to length,
+                         // which spares the disk; a copy that fails leaves a mixture of both contents
   std::string WorkName = {};  // ReplaceFile: the name beside the target under which the new content is
                               // written before it is renamed over; a free name of its own when empty
 };

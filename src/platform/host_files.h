@@ -70,7 +70,7 @@ class HostFiles final : public FileSystem {
     Descriptor File;
     bool IsNew = false;
   };
-  enum class Opening { Replace, Append };
+  enum class Opening { Replace, Append, InPlace };
   struct TargetOptions {
     Create Mode = Create::Overwrite;
     Opening How = Opening::Replace;

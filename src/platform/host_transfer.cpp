@@ -21,6 +21,12 @@ int CopyTime(const struct stat& source, int target) {
   return futimens(target, times.data()) == 0 ? 0 : errno;
 }
 
+// The file ends where it has been written to.
+int CutHere(int file) {
+  const off_t end = lseek(file, 0, SEEK_CUR);
+  return end >= 0 && ftruncate(file, end) == 0 ? 0 : errno;
+}
+
 // A copy is as private as its source, but can be written: a copy from a read-only disc would else resist
 // every later change.
 mode_t ModeOfCopy(const struct stat& source) { return (source.st_mode & 0666) | S_IWUSR; }
@@ -37,12 +43,15 @@ Status HostFiles::CopyFile(std::string_view source, std::string_view target, con
 
   Result<Place> to = LocateAndTell(target);
   if (!to) return Fail(to.error());
-  Result<Target> copy = OpenTarget(std::move(*to), {.Mode = options.Mode,
-                                                    .NewFile = ModeOfCopy(status),
-                                                    .OwnerOnly = options.OwnerOnly,
-                                                    .Source = &status});
+  Result<Target> copy =
+      OpenTarget(std::move(*to), {.Mode = options.Mode,
+                                  .How = options.InPlace ? Opening::InPlace : Opening::Replace,
+                                  .NewFile = ModeOfCopy(status),
+                                  .OwnerOnly = options.OwnerOnly,
+                                  .Source = &status});
   if (!copy) return Fail(copy.error());
   int error = CopyAll(file->Get(), copy->File.Get());
+  if (error == 0 && options.InPlace) error = CutHere(copy->File.Get());
   if (error == 0) CopyDosAttributes(file->Get(), copy->File.Get());
   if (error == 0 && !options.Time) error = CopyTime(status, copy->File.Get());
   return FinishTarget(*copy, error, options.Time);

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <limits>
 
 #include "platform/attributes.h"
 #include "platform/file_bytes.h"
@@ -116,8 +115,7 @@ Result<std::string> HostFiles::ReadFile(std::string_view path) {
   const Result<Descriptor> file = OpenSource(*place);
   if (!file) return Fail(file.error());
   std::string bytes;
-  const int error = ReadUpTo(file->Get(), std::numeric_limits<std::size_t>::max(), bytes);
-  if (error != 0) return FailWithErrno(error);
+  if (const int error = ReadWhole(file->Get(), bytes); error != 0) return FailWithErrno(error);
   return bytes;
 }
 
@@ -183,7 +181,8 @@ Result<Descriptor> HostFiles::OpenExistingTarget(const Place& place, const std::
                         options.Source->st_ino == status.st_ino;
   if (isSource) return FailWith(file_error::AccessDenied);
   if (options.OwnerOnly && fchmod(file.Get(), S_IRUSR | S_IWUSR) != 0) return FailWithErrno(errno);
-  if (!isAppend && S_ISREG(status.st_mode) && ftruncate(file.Get(), 0) != 0) return FailWithErrno(errno);
+  if (options.How == Opening::Replace && S_ISREG(status.st_mode) && ftruncate(file.Get(), 0) != 0)
+    return FailWithErrno(errno);
   return file;
 }
 

@@ -88,7 +88,9 @@ Status ReplaceArchiveList(platform::FileSystem& fileSystem, std::string_view dir
                           std::string_view content) {
   const std::string list = JoinPath(directory, archive_file::List);
   if (fileSystem.FileExists(list)) {
-    const Status backup = fileSystem.CopyFile(list, JoinPath(directory, archive_file::ListBackup));
+    platform::WriteOptions inPlace;
+    inPlace.InPlace = true;  // freeing the blocks of the last backup at each change costs more than writing
+    const Status backup = fileSystem.CopyFile(list, JoinPath(directory, archive_file::ListBackup), inPlace);
     if (!backup) return backup;
   }
   platform::WriteOptions options;

@@ -40,6 +40,36 @@ TEST_F(TransferTest, TheModeDecidesAboutAnExistingTarget) {
   EXPECT_EQ(dir_.ReadHostFile("b"), "new");
 }
 
+TEST_F(TransferTest, ACopyInPlaceKeepsNothingOfTheOldContent) {
+  const std::string big(3'000'000, 'b');
+  dir_.WriteHostFile("a", "new");
+  dir_.WriteHostFile("b", big);
+  struct stat before {
+  }, after{};
+  ASSERT_EQ(stat(H("b").c_str(), &before), 0);
+  ASSERT_EQ(ErrorOf(files_->CopyFile(P("a"), P("B"), {.InPlace = true})), 0);
+  EXPECT_EQ(dir_.ReadHostFile("b"), "new");
+  ASSERT_EQ(stat(H("b").c_str(), &after), 0);
+  EXPECT_EQ(after.st_ino, before.st_ino);
+
+  dir_.WriteHostFile("a", big + "c");
+  ASSERT_EQ(ErrorOf(files_->CopyFile(P("a"), P("b"), {.InPlace = true})), 0);
+  EXPECT_EQ(dir_.ReadHostFile("b"), big + "c");
+  ASSERT_EQ(ErrorOf(files_->CopyFile(P("a"), P("fresh"), {.InPlace = true})), 0);
+  EXPECT_EQ(dir_.ReadHostFile("fresh"), big + "c");
+}
+
+TEST_F(TransferTest, FilesAreReadToTheirEndWhateverLengthTheyTell) {
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{4096}, std::size_t{1} << 20,
+                                 (std::size_t{1} << 20) + 1, std::size_t{5'000'000}}) {
+    const std::string content(size, 'x');
+    dir_.WriteHostFile("a", content);
+    EXPECT_EQ(files_->ReadFile(P("a")).value(), content) << size;
+  }
+  // This one tells the length 0.
+  EXPECT_GT(files_->ReadFile("Z:\\proc\\self\\smaps").value().size(), 4096u);
+}
+
 TEST_F(TransferTest, AFileIsNeverCopiedOntoItself) {
   dir_.WriteHostFile("a", "content");
   fs::create_symlink("a", H("link"));

@@ -36,9 +36,13 @@ Result<ArchiveLock> LockList(platform::FileSystem& fileSystem, std::string_view 
   return ArchiveLock::Acquire(fileSystem, NormalizePath(directory), ArchiveLock::Mode::Exclusive);
 }
 
-// The whole records of a list; a torn one at its end goes at the first rewrite.
+// The whole records of a list, with room for one more; a torn one at its end goes at the first rewrite.
 std::string WholeRecords(const ArchiveList& list) {
-  return list.Content().substr(0, CountRecords(list.Content()) * DirRecord::Size);
+  const std::size_t size = CountRecords(list.Content()) * DirRecord::Size;
+  std::string records;
+  records.reserve(size + DirRecord::Size);
+  records.append(list.Content(), 0, size);
+  return records;
 }
 
 // Where the caller's record stands now: other writers may have moved or renamed it.

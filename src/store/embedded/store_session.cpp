@@ -60,7 +60,10 @@ Result<ArchiveRecord> FindByRelativeNames(StoreSession& session, const std::vect
   }
   auto found = session.Tree.FindByNames(root, names);
   if (found || found.error().Number != store_error::NotFound) return found;
-  return session.Tree.FindByDirectory(JoinPath(root, Join(names, "\\")));
+  // By directories, which must be there: a name that nobody has would else cost a look at every list.
+  const std::string directory = JoinPath(root, Join(names, "\\"));
+  if (!session.FileSystem.FolderExists(directory)) return found;
+  return session.Tree.FindByDirectory(directory);
 }
 
 }  // namespace
