@@ -4,12 +4,15 @@
 side_by_side.py --bin DIR --samples DIR [--sizes 1000,10000,15000,100000] [--mhonarc-up-to 15000]
 
 Every size is one mbox of the sample messages, repeated as often as needed, in one archive. Prints a table.
+
+Nothing is deleted before the last row is measured: ext4 makes new files several times slower for minutes after many old
+ones were deleted on the same disk, and that would count against whoever comes second. For the same reason: no builds or
+test runs just before.
 """
 
 import argparse
 import os
 import pathlib
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -73,8 +76,10 @@ def main():
     print("| messages | mbox MiB | deliver s | export s | export µs/message | export MiB | MHonArc s | export : MHonArc |"
           " deliver : MHonArc |")
     print("|---|---|---|---|---|---|---|---|---|")
+    top = tempfile.TemporaryDirectory(prefix="velmora-side-by-side-")
     for size in map(int, options.sizes.split(",")):
-        directory = pathlib.Path(tempfile.mkdtemp(prefix="velmora-side-by-side-"))
+        directory = pathlib.Path(top.name) / str(size)
+        directory.mkdir()
         mbox = directory / "messages.mbox"
         write_mbox(mbox, samples, size)
         (deliver, _), (export, memory), pages = measure_velmora(options.bin, directory, mbox)
@@ -88,7 +93,6 @@ def main():
         else:
             row += ["", "", ""]
         print("| " + " | ".join(map(str, row)) + " |", flush=True)
-        shutil.rmtree(directory)
 
 
 main()

@@ -1,6 +1,7 @@
 #include <fmt/core.h>
 
 #include <cstdint>
+#include <string>
 
 #include "base/text.h"
 #include "cli/exit_status.h"
@@ -22,13 +23,15 @@ int RunStoreCheck(const CheckOptions& options) {
     PrintError("Den Speicher prüft nur ein Administrator");
     return exit_status::DoneWithErrors;
   }
-  std::int64_t findings = 0;
+  std::int64_t findings = 0, notes = 0;
   const auto archives = store::embedded::CheckStore(
       *access->FileSystem, platform::SystemClock(), access->Location, [&](const auto& finding) {
-        ++findings;
-        PrintLine(BlankControlCharacters(fmt::format("{}: {}", finding.Subject, finding.Text)));
+        ++(finding.IsNote ? notes : findings);
+        PrintLine(BlankControlCharacters(
+            fmt::format("{}{}: {}", finding.IsNote ? "Hinweis: " : "", finding.Subject, finding.Text)));
       });
-  PrintLine(fmt::format("{} Archiv(e) geprüft, {} Fehler", archives, findings));
+  const auto noteCount = notes == 0 ? std::string() : fmt::format(", {} Hinweis(e)", notes);
+  PrintLine(fmt::format("{} Archiv(e) geprüft, {} Fehler{}", archives, findings, noteCount));
   return findings == 0 ? exit_status::Done : exit_status::DoneWithErrors;
 }
 

@@ -1,5 +1,6 @@
 """Drives headless Chromium over its debugging pipe: one browser, one page, synchronous calls."""
 
+import fcntl
 import json
 import os
 import subprocess
@@ -10,19 +11,27 @@ FLAGS = ("--headless --no-sandbox --disable-gpu --disable-quic --no-first-run --
          "--remote-debugging-pipe").split()
 
 
+def pipe():
+    """A pipe whose ends are clear of 3 and 4, where the browser expects its own, and closed in the browser."""
+    ends = os.pipe()
+    moved = [fcntl.fcntl(end, fcntl.F_DUPFD_CLOEXEC, 10) for end in ends]
+    for end in ends:
+        os.close(end)
+    return moved
+
+
 class Chromium:
     def __init__(self):
         self.profile = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
-        to_browser, self.out = os.pipe()
-        self.into, from_browser = os.pipe()
+        to_browser, self.out = pipe()
+        self.into, from_browser = pipe()
 
         def give_pipes():
             os.dup2(to_browser, 3)
             os.dup2(from_browser, 4)
 
-        # The pipes may already be descriptors 3 and 4; keep them clear of the numbers that the browser expects.
         self.process = subprocess.Popen(["chromium", *FLAGS, f"--user-data-dir={self.profile.name}", "about:blank"],
-                                        pass_fds=(3, 4, to_browser, from_browser), preexec_fn=give_pipes,
+                                        close_fds=False, preexec_fn=give_pipes,
                                         stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(to_browser)
         os.close(from_browser)

@@ -3,7 +3,6 @@
 readers: export_test.py --bin DIR MESSAGES...
 """
 
-import os
 import pathlib
 import sys
 
@@ -13,7 +12,6 @@ import workplace  # noqa: E402
 
 
 def main():
-    os.environ["TZ"] = "Europe/Berlin"
     with workplace.from_command_line(__doc__) as place:
         place.deliver()
         place.export()

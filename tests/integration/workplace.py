@@ -7,6 +7,11 @@ import pathlib
 import subprocess
 import sys
 import tempfile
+import time
+
+TIME_ZONE = "Europe/Berlin"  # of the programs and of those who judge them
+os.environ["TZ"] = TIME_ZONE
+time.tzset()
 
 
 @contextlib.contextmanager
@@ -27,13 +32,13 @@ class Workplace:
     def __init__(self, directory, programs, messages):
         self.directory, self.programs, self.messages = directory, programs, messages
         self.archive = directory / "Mailarchiv"
-        self.archive.mkdir(exist_ok=True)
+        self.archive.mkdir(parents=True, exist_ok=True)
         self.sources = []  # the bytes of every message delivered
         keep = {key: value for key, value in os.environ.items() if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
         own = {f"VELMORA_{name}_DIR": str(directory / name.lower())
                for name in ("CONFIG", "STATE", "DATA", "TEMP", "MACHINE_CONFIG")}
         self.environment = {**keep, **own, "VELMORA_STORE": str(directory / "store"), "HOME": str(directory),
-                            "TZ": "Europe/Berlin"}
+                            "TZ": TIME_ZONE}
 
     def run(self, program, *arguments):
         command = [str(self.programs / program), *map(str, arguments)]

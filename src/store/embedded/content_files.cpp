@@ -148,6 +148,19 @@ Status RemoveContentFile(const std::string& path) {
   return {};
 }
 
+std::optional<StrayFile> DescribeStrayFile(const std::string& path, bool isDoomed) {
+  constexpr std::int64_t nanoseconds = 1'000'000'000;
+  struct stat status {};
+  if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  return StrayFile{path.substr(path.rfind('/') + 1), static_cast<std::int64_t>(status.st_ino),
+                   status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec, isDoomed};
+}
+
+bool IsStillThere(const std::string& directory, const StrayFile& file) {
+  const auto found = DescribeStrayFile(directory + "/" + file.Name, file.IsDoomed);
+  return found && found->Inode == file.Inode && found->Modified == file.Modified;
+}
+
 Status SyncContentFiles(const std::string& directory, const std::vector<std::string>& paths) {
   if (paths.empty()) return {};
   if (paths.size() > MostSingleSyncs) {

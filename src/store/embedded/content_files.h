@@ -41,6 +41,19 @@ Status CopyContentFile(const std::string& source, const std::string& target, mod
 bool IsContentFile(const std::string& path);
 // A missing file counts as removed.
 Status RemoveContentFile(const std::string& path);
+
+// A content file that no entry has any more, or has yet. What later stands under its name, put there by a
+// person or by a copy of the database under another archive, is another file.
+struct StrayFile {
+  std::string Name;
+  std::int64_t Inode = 0;
+  std::int64_t Modified = 0;  // nanoseconds since 1970
+  bool IsDoomed = false;      // of a deleted entry; else of a delivery that did not come to its end
+};
+// Nothing when there is no such file.
+std::optional<StrayFile> DescribeStrayFile(const std::string& path, bool isDoomed);
+bool IsStillThere(const std::string& directory, const StrayFile& file);
+
 // The files and their directory entries stand on the disk.
 Status SyncContentFiles(const std::string& directory, const std::vector<std::string>& paths);
 

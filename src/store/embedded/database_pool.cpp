@@ -39,27 +39,39 @@ std::string OpenArchive::ContentPath(EntryKey key, int number) const {
 }
 
 Result<EntryKey> OpenArchive::NextKey() {
-  if (!highestFile_) {
-    const auto files = ListContentFiles(hostDirectory_);
-    if (!files) return Fail(files.error());
-    highestFile_ = 0;
-    for (const auto& file : *files) {
-      if (file.Key < HighestFileKey) highestFile_ = std::max(*highestFile_, file.Key);
-    }
-  }
   if (!highestKey_) {
     const auto highest = database_->HighestKeyEver();
     if (!highest) return Fail(highest.error());
+    if (!highestFile_) {
+      if (const auto found = FindHighestFile(*highest); !found) return Fail(found.error());
+    }
     highestKey_ = std::max(*highest, *highestFile_);
   }
-  // Another process may have left a file since the directory was read.
-  do {
+  while (true) {
     if (*highestKey_ >= HighestKey) {
       return Fail(store_error::Failed, fmt::format("Das Archiv hat keine freie Nummer mehr: {}", directory_));
     }
-    ++*highestKey_;
-  } while (IsContentFile(ContentPath(*highestKey_, 1)));
-  return *highestKey_;
+    // Another process may have left a file since the directory was read.
+    const auto stray = DescribeStrayFile(ContentPath(++*highestKey_, 1), false);
+    if (!stray) return *highestKey_;
+    if (const auto noted = database_->AddStrayFile(*stray); !noted) return Fail(noted.error());
+  }
+}
+
+Status OpenArchive::FindHighestFile(EntryKey highestEntry) {
+  const auto files = ListContentFiles(hostDirectory_);
+  if (!files) return Fail(files.error());
+  highestFile_ = 0;
+  for (const auto& file : *files) {
+    if (file.Key >= HighestFileKey) continue;
+    highestFile_ = std::max(*highestFile_, file.Key);
+    if (file.Key <= highestEntry) continue;
+    // Whoever wrote it did not come to commit it: nobody else is writing now.
+    const auto stray = DescribeStrayFile(hostDirectory_ + "/" + file.Name, false);
+    if (!stray) continue;
+    if (const auto noted = database_->AddStrayFile(*stray); !noted) return noted;
+  }
+  return {};
 }
 
 void OpenArchive::EndTransaction() {
@@ -95,7 +107,19 @@ Status DatabasePool::Begin(OpenArchive& archive) {
   if (const auto begun = archive.Database().BeginWrite(); !begun) return begun;
   archive.begun_ = clock_.SteadyMilliseconds();
   archive.highestKey_.reset();
-  return {};
+  return RemoveDoomedFiles(archive);
+}
+
+Status DatabasePool::RemoveDoomedFiles(OpenArchive& archive) {
+  const auto files = archive.Database().StrayFiles();
+  if (!files) return Fail(files.error());
+  if (std::ranges::none_of(*files, &StrayFile::IsDoomed)) return {};
+  for (const auto& file : *files) {
+    // Mostly gone since the commit that doomed them. One that cannot be removed hinders no writing.
+    if (!file.IsDoomed || !IsStillThere(archive.hostDirectory_, file)) continue;
+    if (!RemoveContentFile(archive.hostDirectory_ + "/" + file.Name)) return {};
+  }
+  return archive.Database().ForgetDoomedFiles();
 }
 
 Result<DatabasePool::Moving> DatabasePool::ForMoving(std::string_view source, std::string_view target) {
@@ -207,7 +231,7 @@ Status DatabasePool::CommitArchive(OpenArchive& archive) {
     return committed;
   }
   for (const auto& path : archive.removedFiles_) {
-    // A file that stays costs space and shows in a check; the deletion stands.
+    // A file that stays is doomed: the next transaction removes it.
     (void)RemoveContentFile(path);
   }
   archive.EndTransaction();

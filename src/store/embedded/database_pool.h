@@ -56,6 +56,8 @@ class OpenArchive {
     bool operator==(const Identity&) const = default;
   };
 
+  // Notes the files that no entry has had yet.
+  Status FindHighestFile(EntryKey highestEntry);
   void EndTransaction();
 
   std::string folded_;  // the directory in folded case, by which the pool knows it
@@ -101,6 +103,7 @@ class DatabasePool {
   Result<std::unique_ptr<OpenArchive>> Open(std::string_view directory, bool create);
   Status CommitOverdue();
   Status Begin(OpenArchive& archive);
+  Status RemoveDoomedFiles(OpenArchive& archive);
   void Abandon(OpenArchive& archive);
   Status Close(Archives::iterator archive);
   void MakeRoom();

@@ -2,6 +2,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <map>
 
 #include "base/paths.h"
 #include "store/embedded/content_files.h"
@@ -12,6 +13,8 @@ namespace velmora::store::embedded {
 std::vector<EntryStore::Finding> EntryStore::Check(std::string_view directory) {
   std::vector<Finding> findings;
   std::vector<EntryKey> keys, withSource;
+  std::map<std::string, StrayFile> strays;
+  EntryKey highest = 0;
   const auto archive = pool_.ForReading(directory);
   if (!archive) return {{0, archive.error().Text}};
   if (*archive != nullptr) {
@@ -23,6 +26,12 @@ std::vector<EntryStore::Finding> EntryStore::Check(std::string_view directory) {
     auto read = database.AllKeys();
     if (!read) return {{0, read.error().Text}};
     keys = std::move(*read);
+    const auto highestEver = database.HighestKeyEver();
+    if (!highestEver) return {{0, highestEver.error().Text}};
+    highest = *highestEver;
+    const auto known = database.StrayFiles();
+    if (!known) return {{0, known.error().Text}};
+    for (const auto& file : *known) strays.emplace(file.Name, file);
     auto expected = database.KeysWithContent();
     if (!expected) return {{0, expected.error().Text}};
     withSource = std::move(*expected);
@@ -34,9 +43,17 @@ std::vector<EntryStore::Finding> EntryStore::Check(std::string_view directory) {
   std::vector<EntryKey> present;
   for (const auto& file : *files) {
     present.push_back(file.Key);
-    if (!std::ranges::binary_search(keys, file.Key)) {
-      findings.push_back({file.Key, fmt::format("Inhaltsdatei ohne Eintrag: {}", file.Name)});
-    }
+    if (std::ranges::binary_search(keys, file.Key)) continue;
+    const auto stray = strays.find(file.Name);
+    const bool isKnown = stray != strays.end() && IsStillThere(*hostDirectory, stray->second);
+    if (isKnown && stray->second.IsDoomed) continue;
+    // No entry has had the number yet: a process was killed while it delivered. Or the database is older
+    // than the file, so the file stays.
+    const bool isLeftOver = isKnown || (*archive != nullptr && file.Key > highest);
+    findings.push_back({file.Key,
+                        isLeftOver ? fmt::format("Rest einer abgebrochenen Zustellung: {}", file.Name)
+                                   : fmt::format("Inhaltsdatei ohne Eintrag: {}", file.Name),
+                        isLeftOver});
   }
   std::ranges::sort(present);
   for (const auto key : withSource) {

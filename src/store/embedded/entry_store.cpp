@@ -183,13 +183,19 @@ Status EntryStore::RemoveFrom(OpenArchive& archive, EntryKey key) {
   if (!row) return Fail(row.error());
   const auto attachments = database.ReadAttachments(key);
   if (!attachments) return Fail(attachments.error());
-  const auto removed = InOneStep(archive, [&](MessageDatabase& steps) { return steps.Remove(key); });
+  const int highest = HighestFile(*attachments, FieldBool((*row)[Column::HasSource]));
+  const auto numbers = PresentFiles(archive, key, highest);
+  const auto removed = InOneStep(archive, [&](MessageDatabase& steps) -> Status {
+    for (const int number : numbers) {
+      const auto file = DescribeStrayFile(archive.ContentPath(key, number), true);
+      if (!file) continue;
+      if (const auto done = steps.AddStrayFile(*file); !done) return done;
+    }
+    return steps.Remove(key);
+  });
   if (!removed) return removed;
   archive.NoteDeletion();
-  const int highest = HighestFile(*attachments, FieldBool((*row)[Column::HasSource]));
-  for (const int number : PresentFiles(archive, key, highest)) {
-    archive.NoteRemovedFile(archive.ContentPath(key, number));
-  }
+  for (const int number : numbers) archive.NoteRemovedFile(archive.ContentPath(key, number));
   return {};
 }
 

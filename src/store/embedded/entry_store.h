@@ -62,8 +62,9 @@ class EntryStore {
 
   // --- Checking (changes nothing). ---
   struct Finding {
-    EntryKey Key = 0;  // 0: the archive
-    std::string Text;  // German
+    EntryKey Key = 0;     // 0: the archive
+    std::string Text;     // German
+    bool IsNote = false;  // worth knowing, no damage
   };
   std::vector<Finding> Check(std::string_view directory);
 

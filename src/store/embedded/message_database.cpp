@@ -1,6 +1,7 @@
 #include "store/embedded/message_database.h"
 
 #include <fmt/core.h>
+#include <sys/stat.h>
 
 #include "store/embedded/message_query.h"
 #include "store/errors.h"
@@ -41,6 +42,8 @@ CREATE TABLE other_fields(
   entry INTEGER NOT NULL, is_user_field INTEGER NOT NULL, tag INTEGER NOT NULL, name TEXT NOT NULL COLLATE NOCASE,
   kind INTEGER NOT NULL, value NOT NULL,
   PRIMARY KEY(entry, is_user_field, tag, name)) WITHOUT ROWID;
+CREATE TABLE stray_files(
+  name TEXT PRIMARY KEY, inode INTEGER NOT NULL, modified INTEGER NOT NULL, doomed INTEGER NOT NULL) WITHOUT ROWID;
 )sql";
 
 }  // namespace
@@ -49,11 +52,15 @@ tl::unexpected<Error> MessageDatabase::Describe(const Error& error) const {
   return Fail(error.Number, fmt::format("{}: {}", error.Text, path_));
 }
 
+Error MessageDatabase::NotADatabase() const {
+  return {store_error::Damaged, fmt::format("Die Datei ist keine Nachrichten-Datenbank: {}", path_)};
+}
+
 Result<std::unique_ptr<MessageDatabase>> MessageDatabase::Open(const std::string& hostPath,
                                                                std::string path) {
   auto sqlite = Sqlite::Open(hostPath, Sqlite::Mode::ReadWrite);
   if (!sqlite) return Fail(sqlite.error().Number, fmt::format("{}: {}", sqlite.error().Text, path));
-  return std::unique_ptr<MessageDatabase>(new MessageDatabase(std::move(*sqlite), std::move(path)));
+  return std::unique_ptr<MessageDatabase>(new MessageDatabase(std::move(*sqlite), hostPath, std::move(path)));
 }
 
 Result<MessageDatabase::Query> MessageDatabase::Prepare(const char* sql) {
@@ -87,10 +94,13 @@ Result<bool> MessageDatabase::HasTables() {
   if (!version) return Fail(version.error());
   const auto tables = Number("SELECT count(*) FROM sqlite_master");
   if (!tables) return Fail(tables.error());
-  if (*tables == 0) return false;
-  if (*application != ApplicationId || *version != SchemaVersion) {
-    return Fail(store_error::Damaged, fmt::format("Die Datei ist keine Nachrichten-Datenbank: {}", path_));
+  if (*tables == 0) {
+    // SQLite takes a file that is shorter than its header for an empty database.
+    struct stat status {};
+    if (stat(hostPath_.c_str(), &status) == 0 && status.st_size > 0) return tl::unexpected(NotADatabase());
+    return false;
   }
+  if (*application != ApplicationId || *version != SchemaVersion) return tl::unexpected(NotADatabase());
   hasTables_ = true;
   return true;
 }
@@ -109,8 +119,13 @@ Status MessageDatabase::BeginWrite() {
   const auto hasTables = HasTables();
   auto made = hasTables ? Status{} : Status(Fail(hasTables.error()));
   if (hasTables && !*hasTables) made = MakeTables();
-  if (!made) Rollback();
-  return made;
+  // The tables stand before the first content file: files beside a database without tables have lost theirs.
+  if (made && !*hasTables) made = Commit();
+  if (!made) {
+    Rollback();
+    return made;
+  }
+  return isWriting_ ? Status{} : BeginWrite();
 }
 
 Status MessageDatabase::Commit() {

@@ -12,6 +12,7 @@
 
 #include "base/result.h"
 #include "store/archive.h"
+#include "store/embedded/content_files.h"
 #include "store/embedded/entry_record.h"
 #include "store/embedded/sqlite.h"
 
@@ -60,10 +61,18 @@ class MessageDatabase {
   Status WriteOther(EntryKey key, const OtherField& field);  // monostate removes it
   Status Remove(EntryKey key);
 
+  // --- Content files without an entry. The doomed ones are removed after the commit that deletes their
+  // entries; what a process left that was killed between the two, the next transaction removes. ---
+  Status AddStrayFile(const StrayFile& file);
+  Result<std::vector<StrayFile>> StrayFiles();
+  Status ForgetDoomedFiles();
+
  private:
   class Query;
 
-  MessageDatabase(Sqlite sqlite, std::string path) : sqlite_(std::move(sqlite)), path_(std::move(path)) {}
+  MessageDatabase(Sqlite sqlite, std::string hostPath, std::string path)
+      : sqlite_(std::move(sqlite)), hostPath_(std::move(hostPath)), path_(std::move(path)) {}
+  Error NotADatabase() const;
   tl::unexpected<Error> Describe(const Error& error) const;
   // `sql` is a constant: the statement is known by its address.
   Result<Query> Prepare(const char* sql);
@@ -75,7 +84,7 @@ class MessageDatabase {
   Status InsertRecipients(EntryKey key, const std::vector<RecipientRecord>& recipients);
 
   Sqlite sqlite_;
-  std::string path_;
+  std::string hostPath_, path_;
   std::unordered_map<const char*, Statement> statements_;
   bool isWriting_ = false;
   bool hasTables_ = false;

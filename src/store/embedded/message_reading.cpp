@@ -47,6 +47,18 @@ Result<EntryKey> MessageDatabase::HighestKeyEver() {
   return static_cast<EntryKey>(*highest);
 }
 
+Result<std::vector<StrayFile>> MessageDatabase::StrayFiles() {
+  auto query = Prepare("SELECT name, inode, modified, doomed FROM stray_files");
+  if (!query) return Fail(query.error());
+  std::vector<StrayFile> files;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return files;
+    files.push_back({query->Text(0), query->Number(1), query->Number(2), query->Number(3) != 0});
+  }
+}
+
 Result<std::vector<EntryKey>> MessageDatabase::Keys(std::uint32_t filter, EntryOrder order) {
   auto query = Prepare("SELECT key, class, flags, send_status, attachment_count, status_time FROM entries");
   if (!query) return Fail(query.error());

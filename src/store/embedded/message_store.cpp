@@ -180,8 +180,8 @@ Status MessageStore::CommitAndClose(std::string_view directoryOrBelow) {
 
 std::vector<MessageStore::Finding> MessageStore::Check(std::string_view directory) {
   std::vector<Finding> findings;
-  for (auto& [key, text] : state_->Entries.Check(directory)) {
-    findings.push_back({std::string(directory), key, std::move(text)});
+  for (auto& [key, text, isNote] : state_->Entries.Check(directory)) {
+    findings.push_back({std::string(directory), key, std::move(text), isNote});
   }
   return findings;
 }

@@ -62,8 +62,9 @@ class MessageStore {
   // --- Checking (changes nothing). ---
   struct Finding {
     std::string Directory;
-    EntryKey Key = 0;  // 0: the archive
-    std::string Text;  // German
+    EntryKey Key = 0;     // 0: the archive
+    std::string Text;     // German
+    bool IsNote = false;  // worth knowing, no damage
   };
   // Database integrity, content files without an entry, entries without their content file.
   std::vector<Finding> Check(std::string_view directory);

@@ -149,6 +149,17 @@ Status MessageDatabase::WriteOther(EntryKey key, const OtherField& field) {
   return query->Run();
 }
 
+Status MessageDatabase::AddStrayFile(const StrayFile& file) {
+  auto query = Prepare("INSERT OR REPLACE INTO stray_files(name, inode, modified, doomed) VALUES(?,?,?,?)");
+  if (!query) return Fail(query.error());
+  return query->With(std::string_view(file.Name), file.Inode, file.Modified, file.IsDoomed ? 1 : 0).Run();
+}
+
+Status MessageDatabase::ForgetDoomedFiles() {
+  auto query = Prepare("DELETE FROM stray_files WHERE doomed = 1");
+  return query ? query->Run() : Fail(query.error());
+}
+
 Status MessageDatabase::Remove(EntryKey key) {
   for (const char* sql : RemoveStatements) {
     auto query = Prepare(sql);

@@ -47,7 +47,7 @@ void CheckArchive(platform::FileSystem& fileSystem, MessageStore& messages, cons
   for (const auto& finding : messages.Check(directory)) {
     report(
         {finding.Key == 0 ? finding.Directory : fmt::format("{}, Eintrag {}", finding.Directory, finding.Key),
-         finding.Text});
+         finding.Text, finding.IsNote});
   }
   CheckDatabase(fileSystem, JoinPath(directory, "archive.urt"), report);
 }

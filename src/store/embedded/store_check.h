@@ -14,6 +14,7 @@ namespace velmora::store::embedded {
 struct StoreFinding {
   std::string Subject;  // the directory, file or entry concerned
   std::string Text;     // German
+  bool IsNote = false;  // worth knowing, no damage
 };
 
 // Calls `report` for each finding. The number of archives looked at.

@@ -229,16 +229,80 @@ TEST_F(MessageSafetyTest, RemoveEmptyTakesOnlyWhatIsTheStores) {
 
 TEST_F(MessageSafetyTest, CheckNamesWhatDoesNotFit) {
   Deliver(Mail);
+  const auto deleted = Deliver(Mail);
   Deliver(Mail);
+  ASSERT_TRUE((*store->GetEntry(In, deleted))->Delete());
   ASSERT_TRUE(store->Commit());
   EXPECT_TRUE(store->Check(In).empty());
   std::filesystem::rename(directory.HostPath("archive/in/00000001.001"),
-                          directory.HostPath("archive/in/00000077.001"));
+                          directory.HostPath("archive/in/00000002.001"));
   const auto findings = store->Check(In);
   ASSERT_EQ(findings.size(), 2U);
-  EXPECT_EQ(findings[0].Key, 0x77U);
-  EXPECT_EQ(findings[0].Text, "Inhaltsdatei ohne Eintrag: 00000077.001");
+  EXPECT_EQ(findings[0].Key, 2U);
+  EXPECT_EQ(findings[0].Text, "Inhaltsdatei ohne Eintrag: 00000002.001");
+  EXPECT_FALSE(findings[0].IsNote);
   EXPECT_EQ(findings[1].Key, 1U);
+}
+
+TEST_F(MessageSafetyTest, FilesOfADeletionThatWasKilledAfterItsCommitGoWithTheNextTransaction) {
+  const auto key = Deliver(Mail);
+  ASSERT_TRUE(store->Commit());
+  const auto file = directory.HostPath("archive/in/00000001.001");
+  const auto kept = directory.HostPath("archive/kept");
+  std::filesystem::create_hard_link(file, kept);
+  ASSERT_TRUE((*store->GetEntry(In, key))->Delete());
+  ASSERT_TRUE(store->Commit());
+  std::filesystem::rename(kept, file);  // as if the process had died before it removed the file
+  EXPECT_TRUE(store->Check(In).empty());
+  Reopen();
+  Deliver(Mail);
+  EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(MessageSafetyTest, AnotherFileUnderTheNameOfADeletedEntryStays) {
+  const auto key = Deliver(Mail);
+  ASSERT_TRUE((*store->GetEntry(In, key))->Delete());
+  ASSERT_TRUE(store->Commit());
+  directory.WriteHostFile("archive/in/00000001.001", "put back from a backup");
+  Reopen();
+  Deliver(Mail);
+  ASSERT_TRUE(store->Commit());
+  EXPECT_EQ(directory.ReadHostFile("archive/in/00000001.001"), "put back from a backup");
+  EXPECT_EQ(store->Check(In).size(), 1U);
+}
+
+TEST_F(MessageSafetyTest, FilesOfADeliveryThatWasKilledStayAndAreNoDamage) {
+  Deliver(Mail);
+  ASSERT_TRUE(store->Commit());
+  directory.WriteHostFile("archive/in/00000005.001", "not committed");
+  // Before and after the next delivery has taken a number above it.
+  for (int round = 0; round < 2; ++round) {
+    const auto findings = store->Check(In);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_TRUE(findings[0].IsNote);
+    EXPECT_EQ(findings[0].Text, "Rest einer abgebrochenen Zustellung: 00000005.001");
+    Reopen();
+    Deliver(Mail);
+    ASSERT_TRUE(store->Commit());
+  }
+  EXPECT_EQ(directory.ReadHostFile("archive/in/00000005.001"), "not committed");
+}
+
+TEST_F(MessageSafetyTest, ContentFilesOfALostDatabaseAreDamage) {
+  Deliver(Mail);
+  store.reset();
+  std::filesystem::resize_file(directory.HostPath("archive/in/archive.dat"), 0);
+  Reopen();
+  const auto findings = store->Check(In);
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_FALSE(findings[0].IsNote);
+}
+
+TEST_F(MessageSafetyTest, FileOfAFewBytesIsNoEmptyArchive) {
+  directory.WriteHostFile("archive/in/archive.dat", "x");
+  EXPECT_EQ(store->Count(In).error().Number, store_error::Damaged);
+  EXPECT_FALSE(store->Deliver(In, Mail, {}));
+  EXPECT_EQ(directory.ReadHostFile("archive/in/archive.dat"), "x");
 }
 
 // A process that is killed in the midst of moving entries: each stands at least once, whole.
