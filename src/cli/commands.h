@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace CLI {
 class App;
@@ -11,6 +12,9 @@ class App;
 namespace velmora::cli {
 
 using Action = std::function<int()>;
+
+// The option --store, which every command on an existing store has.
+void AddStoreOption(CLI::App& command, std::string& directory);
 
 // `velmoractl store ...`: care for the built-in store.
 void AddStoreCommands(CLI::App& app, Action& action);

@@ -1,12 +1,16 @@
 // velmoractl: the command line of Velmora.
 
+#include <fmt/core.h>
+
 #include <CLI/CLI.hpp>
 #include <array>
 #include <clocale>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "base/text.h"
 #include "cli/commands.h"
 #include "cli/exit_status.h"
 #include "cli/output.h"
@@ -15,23 +19,37 @@ namespace velmora::cli {
 namespace {
 
 struct ParseErrorText {
-  std::string_view Name;
+  CLI::ExitCodes Code;
   std::string_view Text;
 };
 constexpr std::array<ParseErrorText, 6> ParseErrorTexts{{
-    {"RequiredError", "Es fehlt eine Angabe"},
-    {"ExtrasError", "Unbekannte Angabe"},
-    {"ArgumentMismatch", "Falsche Anzahl von Werten"},
-    {"ConversionError", "Ungültiger Wert"},
-    {"ValidationError", "Ungültiger Wert"},
-    {"ExcludesError", "Angaben schließen einander aus"},
+    {CLI::ExitCodes::RequiredError, "Es fehlt eine Angabe"},
+    {CLI::ExitCodes::ExtrasError, "Unbekannte Angabe"},
+    {CLI::ExitCodes::ArgumentMismatch, "Falsche Anzahl von Werten"},
+    {CLI::ExitCodes::ConversionError, "Ungültiger Wert"},
+    {CLI::ExitCodes::ValidationError, "Ungültiger Wert"},
+    {CLI::ExitCodes::ExcludesError, "Die Angabe schließt eine andere aus"},
 }};
 
 std::string_view GermanText(const CLI::ParseError& error) {
-  for (const auto& [name, text] : ParseErrorTexts) {
-    if (error.get_name() == name) return text;
+  for (const auto& [code, text] : ParseErrorTexts) {
+    if (error.get_exit_code() == static_cast<int>(code)) return text;
   }
   return "Falscher Aufruf";
+}
+
+// The library's own text is English and begins with the option concerned: "--server is required".
+std::string_view SubjectOf(const CLI::ParseError& error) {
+  const std::string_view text = error.what();
+  return text.starts_with("A subcommand") ? "BEFEHL" : text.substr(0, text.find_first_of(" :"));
+}
+
+std::string ExplainParseError(const CLI::App& app, const CLI::ParseError& error) {
+  // An unknown command is reported as a missing one: what was not understood says more.
+  if (const std::vector<std::string> unknown = app.remaining(true); !unknown.empty()) {
+    return fmt::format("Unbekannte Angabe: {}", Join(unknown, " "));
+  }
+  return fmt::format("{}: {}", GermanText(error), SubjectOf(error));
 }
 
 void SetGermanLabels(CLI::App& app) {
@@ -47,9 +65,15 @@ void SetGermanLabels(CLI::App& app) {
   formatter->label("REQUIRED", "(Pflicht)");
   formatter->column_width(36);
   app.formatter(formatter);
-  // Commands made from here on inherit the group.
+  // Commands made from here on inherit both.
   app.option_defaults()->group("Optionen");
   app.set_help_flag("-h,--help", "Diese Hilfe zeigen")->group("Optionen");
+}
+
+// The library puts the help option of each command into a group of its own.
+void GroupHelpOptions(CLI::App& app) {
+  app.get_help_ptr()->group("Optionen");
+  for (CLI::App* command : app.get_subcommands({})) GroupHelpOptions(*command);
 }
 
 int Run(int argc, char** argv) {
@@ -59,13 +83,14 @@ int Run(int argc, char** argv) {
   Action action;
   AddStoreCommands(app, action);
   AddRunCommand(app, action);
+  GroupHelpOptions(app);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {
     return app.exit(help);
   } catch (const CLI::ParseError& error) {
-    PrintError(GermanText(error));
-    PrintError("Hilfe zeigt: velmoractl --help, velmoractl store BEFEHL --help");
+    PrintError(ExplainParseError(app, error));
+    PrintError("Hilfe zeigen velmoractl --help, velmoractl run --help, velmoractl store BEFEHL --help");
     return exit_status::WrongUsage;
   }
   return action ? action() : exit_status::WrongUsage;

@@ -56,11 +56,16 @@ std::string LinesOf(const std::vector<std::string>& arguments) {
   return lines;
 }
 
+std::string LogHostPath(startup::Context& context) {
+  const std::string path = context.run.ErrorLogPath();
+  return context.fileSystem.HostPath(path).value_or(path);
+}
+
 int RunWith(startup::Context& context, const RunOptions& options) {
   context.process.BatchMode = context.run.BatchMode = true;
   startup::ChooseServer(context);
   if (!startup::SignOn(context)) {
-    PrintError("Anmeldung fehlgeschlagen");
+    PrintError(fmt::format("Anmeldung fehlgeschlagen, siehe {}", LogHostPath(context)));
     return exit_status::NoSignOn;
   }
   startup::ScanDavidShare(context);
@@ -72,15 +77,15 @@ int RunWith(startup::Context& context, const RunOptions& options) {
   });
   std::fputs(ReplaceAll(outcome.Summary, "\r\n", "\n").c_str(), stdout);
   if (outcome.ExitStatus != startup::exit_status::Done) {
-    const Result<std::string> log = context.fileSystem.HostPath(context.run.ErrorLogPath());
-    PrintError(fmt::format("Es sind Fehler aufgetreten, siehe {}", log.value_or(context.run.ErrorLogPath())));
+    PrintError(fmt::format("Es sind Fehler aufgetreten, siehe {}", LogHostPath(context)));
   }
   return outcome.ExitStatus;
 }
 
 int RunControl(const RunOptions& options) {
   const bool areKeys = std::all_of(options.Arguments.begin(), options.Arguments.end(), IsKey);
-  if (options.Arguments.size() > 1 && !areKeys) {
+  const bool isFile = options.Arguments.size() == 1 && !Trim(options.Arguments.front()).empty();
+  if (!isFile && !areKeys) {
     PrintError("Erwartet wird eine Steuerdatei oder eine Folge von SCHLÜSSEL=WERT");
     return exit_status::WrongUsage;
   }
@@ -94,10 +99,12 @@ int RunControl(const RunOptions& options) {
 
 void AddRunCommand(CLI::App& app, Action& action) {
   auto options = std::make_shared<RunOptions>();
-  CLI::App* command = app.add_subcommand("run", "Steuerdatei oder einzelne Schlüssel davon ausführen");
-  command->add_option("--store", options->Store, "Verzeichnis des Speichers");
+  CLI::App* command =
+      app.add_subcommand("run", "Steuerdatei oder einzelne Schlüssel davon ausführen")->group("Befehle");
+  AddStoreOption(*command, options->Store);
   command->add_option("DATEI|SCHLÜSSEL=WERT", options->Arguments, "Steuerdatei oder Schlüssel mit Werten")
-      ->required();
+      ->required()
+      ->type_name("");
   command->callback([options, &action] { action = [options] { return RunControl(*options); }; });
 }
 

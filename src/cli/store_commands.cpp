@@ -18,13 +18,6 @@ std::shared_ptr<Options> AddCommand(CLI::App& group, Action& action, const char*
   return options;
 }
 
-void AddStoreOption(CLI::App& command, std::string& directory) {
-  command
-      .add_option("--store", directory,
-                  "Verzeichnis des Speichers (sonst VELMORA_STORE oder der Standardserver)")
-      ->type_name("VERZEICHNIS");
-}
-
 void AddInit(CLI::App& group, Action& action) {
   CLI::App* command = nullptr;
   const auto options =
@@ -95,6 +88,13 @@ void AddSite(CLI::App& group, Action& action) {
 }
 
 }  // namespace
+
+void AddStoreOption(CLI::App& command, std::string& directory) {
+  command
+      .add_option("--store", directory,
+                  "Verzeichnis des Speichers (sonst VELMORA_STORE oder der Standardserver)")
+      ->type_name("VERZEICHNIS");
+}
 
 void AddStoreCommands(CLI::App& app, Action& action) {
   auto* group = app.add_subcommand("store", "Den eingebauten Speicher pflegen")->group("Befehle");

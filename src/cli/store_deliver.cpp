@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "base/text.h"
 #include "cli/archive_path.h"
 #include "cli/exit_status.h"
 #include "cli/mail_source.h"
@@ -73,6 +74,10 @@ int Finish(Delivery& delivery) {
 }  // namespace
 
 int RunStoreDeliver(const DeliverCommandOptions& options) {
+  if (Trim(options.Archive).empty()) {
+    PrintError("Der Pfad des Zielarchivs ist leer");
+    return exit_status::WrongUsage;
+  }
   const auto access = SignOn(options.Store);
   if (!access) {
     PrintError("Anmeldung fehlgeschlagen", access.error());

@@ -30,6 +30,7 @@ inline constexpr std::string_view LastUsedServer = "LastUsedServer";
 inline constexpr std::string_view AutoSaveSettings = "AutoSaveSettings";
 inline constexpr std::string_view TICIntegration = "TICIntegration";
 inline constexpr std::string_view ForceStandardRights = "ForceStandardRights";
+inline constexpr std::string_view TempDirPath = "TempDirPath";
 }  // namespace name
 
 enum class Place { GlobalSettings, Options, Server };

@@ -112,7 +112,8 @@ std::string CheckedTarget(BatchRun& batch) {
   const std::string target = StripBackslash(isNamed ? context.fileSystem.FromUserPath(file.DstDirectory)
                                                     : context.process.CurrentPath);
   if (!context.fileSystem.FolderExists(target)) {
-    batch.LogFailure(target, platform::file_error::PathNotFound, "Das Zielverzeichnis existiert nicht");
+    batch.LogFailure(target, platform::file_error::PathNotFound,
+                     "Das Zielverzeichnis existiert nicht oder es bestehen keine Zugriffsrechte");
     return "";
   }
   if (file.Archives.empty()) {
@@ -121,6 +122,11 @@ std::string CheckedTarget(BatchRun& batch) {
   }
   if (file.Export.Mode == CopyMode::Move && !context.session.MayDeleteArchives()) {
     batch.LogFailure(target, batch_error::NoRight, "Zum Verschieben fehlt das Recht, Archive zu löschen");
+    return "";
+  }
+  if (const Status writable = RequireWritable(context, target); !writable) {
+    batch.LogFailure(target, writable.error().Number,
+                     "In das Zielverzeichnis kann nicht geschrieben werden, " + writable.error().Text);
     return "";
   }
   if (file.DeleteDst) {

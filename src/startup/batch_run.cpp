@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::string_view LogOrigin = "RunControlFile";
 constexpr std::string_view StorePrefix = "DvISE-Error ";
-constexpr int WarningNumber = 0;
 
 }  // namespace
 
@@ -30,11 +29,6 @@ BatchRun::BatchRun(Context& context, ControlFile file, std::string name)
 void BatchRun::LogFailure(std::string_view object, int number, std::string_view text) {
   context_.run.LogError(fmt::format("{}: {}", text, object), std::int64_t{number}, LogOrigin,
                         run::Severity::Error);
-}
-
-void BatchRun::LogWarning(std::string_view object, std::string_view text) {
-  context_.run.LogError(fmt::format("{}: {}", text, object), std::int64_t{WarningNumber}, LogOrigin,
-                        run::Severity::Warning);
 }
 
 void BatchRun::LogStoreFailure(std::string_view object, const Error& error) {
@@ -62,7 +56,7 @@ void BatchRun::SendMail(const Replacements& bodyValues, std::string_view attachm
                                      ReplacePlaceholders(file_.Mail.Subject, moment),
                                      ReplacePlaceholders(file_.Mail.Body, body), attachments);
   if (!sent) {
-    LogStoreFailure(file_.Mail.To, sent.error());
+    LogStoreFailure(fmt::format("Ergebnismail an \"{}\"", file_.Mail.To), sent.error());
   }
 }
 

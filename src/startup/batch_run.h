@@ -19,6 +19,7 @@ inline constexpr int NoArchive = 2;
 inline constexpr int NoRight = 3;
 inline constexpr int BadTarget = 4;
 inline constexpr int BadLogType = 5;
+inline constexpr int NoReport = 6;
 }  // namespace batch_error
 
 MomentTexts MomentNow(platform::Clock& clock);
@@ -31,9 +32,8 @@ class BatchRun {
   const ControlFile& File() const { return file_; }
   const std::string& Name() const { return name_; }
 
-  // `object`: the path or archive concerned; `text`: what went wrong with it.
+  // `object`: the path or archive concerned; `text`: what went wrong with it. One line of the log each.
   void LogFailure(std::string_view object, int number, std::string_view text);
-  void LogWarning(std::string_view object, std::string_view text);
   // A failure of the object layer.
   void LogStoreFailure(std::string_view object, const Error& error);
 

@@ -63,9 +63,14 @@ int Migrate(Context& context) {
   return exit_status::Done;
 }
 
+// Without a session of its own a second instance still hands its line over: the first one has a session.
 int HandOver(Context& context) {
   ChooseServer(context);
   if (!SignOn(context)) {
+    MakeTempDir(context, settings::ToText(context.settingsStore.GetUserSetting(
+                             settings::ServerSection(context.session.ServerName), settings::name::TempDirPath,
+                             std::string())));
+    WriteHandOverFile(context);
     return exit_status::NothingRan;
   }
   LoadSettings(context);
@@ -73,6 +78,21 @@ int HandOver(Context& context) {
   context.windows->ActivateWindow(BuildMainCaption(context));
   SignOff(context);
   return exit_status::Done;
+}
+
+// Whether there was anything to warn of.
+bool WarnOfLostSettings(Context& context) {
+  const auto warn = [&](settings::Scope scope, std::string_view text) {
+    context.run.LogError(fmt::format("{}: {}", text, context.settingsStore.FilePath(scope)), std::int64_t{0},
+                         "LoadSettings", run::Severity::Warning);
+  };
+  for (const settings::Scope scope : context.process.DamagedSettings) {
+    warn(scope, "Die Einstellungen sind beschädigt oder nicht lesbar, es gelten die Vorgaben");
+  }
+  if (context.process.SettingsWiped) {
+    warn(settings::Scope::User, "Die Einstellungen einer anderen Version sind durch die Vorgaben ersetzt");
+  }
+  return context.process.SettingsWiped || !context.process.DamagedSettings.empty();
 }
 
 int StartFirst(Context& context) {
@@ -129,18 +149,9 @@ StartOutcome StartAfterLogin(Context& context) {
   return {true, exit_status::Done};
 }
 
-void ChooseServer(Context& context) {
-  if (!context.process.NamedServer.empty()) {
-    context.session.ServerName = context.process.NamedServer;
-    return;
-  }
-  context.session.ServerName = settings::ToText(context.settingsStore.GetUserSetting(
-      settings::section::Options, settings::name::LastUsedServer, std::string()));
-}
-
 void LoadSession(Context& context) {
   if (!VersionUnchanged(context)) {
-    ClearSettings(context);
+    context.process.SettingsWiped = ClearSettings(context);
   }
   LoadSettings(context);
 }
@@ -149,7 +160,11 @@ BatchOutcome RunUnattended(Context& context, const std::function<BatchOutcome()>
   if (context.options.ClearErrorLog) {
     context.run.DeleteErrorLog();
   }
+  const bool warned = WarnOfLostSettings(context);
   BatchOutcome outcome = work();
+  if (warned && outcome.ExitStatus == exit_status::Done) {
+    outcome.ExitStatus = exit_status::DoneWithErrors;
+  }
   if (context.process.TempDirIsOwn) {
     RemoveTempDir(context);
   }

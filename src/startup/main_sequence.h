@@ -18,13 +18,11 @@ struct StartOutcome {
 int Main(Context& context);
 // From signing on to the settings. An unattended run is done when it returns, so that it never goes on.
 StartOutcome StartAfterLogin(Context& context);
-// The server to sign on to: the one that was named for this process, else the last used one.
-void ChooseServer(Context& context);
 // What follows the signing on and the command line: the settings, wiped before if they are of another
 // version.
 void LoadSession(Context& context);
-// An unattended run in a session that stands: clears the log if the settings say so, runs, signs off. No
-// settings are saved; of the temporary files only what this run made goes.
+// An unattended run in a session that stands: clears the log if the settings say so, warns of settings that
+// were lost, runs, signs off. No settings are saved; of the temporary files only what this run made goes.
 BatchOutcome RunUnattended(Context& context, const std::function<BatchOutcome()>& work);
 // Removes the temporary directory, saves the settings (not while the server changes), signs off.
 void Shutdown(Context& context);

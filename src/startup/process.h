@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/date_time.h"
 #include "platform/clock.h"
@@ -68,7 +69,9 @@ struct ProcessFields {
   settings::ProductVersion Version;
   bool ServerChanging = false;  // a change of server runs the late start again
   bool MainInitDone = false;
-  bool SettingsLoaded = false;     // nothing is saved before
+  bool SettingsLoaded = false;  // nothing is saved before
+  bool SettingsWiped = false;   // this start found values of another version and removed them
+  std::vector<settings::Scope> DamagedSettings;  // files that could not be read when the process started
   bool IsOsAdministrator = false;  // of the operating system; may write the settings of the machine
 };
 
@@ -89,8 +92,5 @@ struct Context {
 
   run::Prompts& prompts() { return run.frontEnd().prompts; }
 };
-
-// A failure outside of a run: a stop box for who watches, an entry of the log for an unattended run.
-void ReportFailure(Context& context, std::string_view title, std::string_view text, const Error& error);
 
 }  // namespace velmora::startup

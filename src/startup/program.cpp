@@ -71,6 +71,12 @@ Program::Program(const ProgramParts& parts)
       run_(parts.fileSystem, parts.clock, parts.frontEnd, process_.ProgramDirectory),
       context_{parts.fileSystem, parts.clock, settingsStore_, run_,          process_,
                session_,         options_,    loadedOptions_, parts.makeApi, parts.windows} {
+  // Asked before anything is written: a damaged file is then kept aside and begun anew.
+  for (const settings::Scope scope : {settings::Scope::User, settings::Scope::Machine}) {
+    if (settingsStore_.IsDamaged(scope)) {
+      process_.DamagedSettings.push_back(scope);
+    }
+  }
   // What cannot be made is missed, and reported, where it is used.
   (void)platform::MakeFolders(parts.fileSystem, process_.ProgramDirectory, true);
   (void)platform::MakeFolders(parts.fileSystem, process_.PersonalDir);

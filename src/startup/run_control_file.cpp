@@ -38,19 +38,18 @@ std::string ControlFilePath(Context& context, std::string_view path) {
   return typed.find('\\') == std::string::npos ? JoinPath(context.process.ProgramDirectory, typed) : typed;
 }
 
-Result<std::string> ReadControlFile(Context& context, std::string_view path) {
-  const std::string found = ControlFilePath(context, path);
-  const Result<platform::FileEntry> entry = context.fileSystem.GetEntry(found);
+Result<std::string> ReadControlFile(Context& context, const std::string& path) {
+  const Result<platform::FileEntry> entry = context.fileSystem.GetEntry(path);
   if (entry && entry->Size > MaximumFileSize) {
     return Fail(platform::file_error::DeviceError, "Die Datei ist zu groß für eine Steuerdatei");
   }
-  return context.fileSystem.ReadFile(found);
+  return context.fileSystem.ReadFile(path);
 }
 
 BatchOutcome RunStatistics(BatchRun& batch) {
-  batch.LogFailure(batch.File().Statistics.OutputFile, platform::file_error::DeviceError,
-                   "Der Statistikbericht steht in dieser Version nicht zur Verfügung");
-  return {exit_status::DoneWithErrors, ""};
+  batch.LogFailure(batch.Name(), batch_error::NoReport,
+                   "Das Kommando archivestatistics steht in dieser Version nicht zur Verfügung");
+  return {};
 }
 
 BatchOutcome RunCommand(BatchRun& batch) {
@@ -74,9 +73,18 @@ BatchOutcome RunCommand(BatchRun& batch) {
 }  // namespace
 
 BatchOutcome RunControlFile(Context& context, std::string_view path) {
-  const Result<std::string> bytes = ReadControlFile(context, path);
+  if (Trim(path).empty()) {
+    context.run.LogError("Es ist keine Steuerdatei angegeben",
+                         {platform::file_error::BadName, "Steuerdatei"});
+    return {};
+  }
+  const std::string found = ControlFilePath(context, path);
+  const Result<std::string> bytes = ReadControlFile(context, found);
   if (!bytes) {
-    context.run.LogError(path, {bytes.error().Number, "Steuerdatei: " + bytes.error().Text});
+    // As it was typed, unless it was looked for elsewhere.
+    const bool isTyped = context.fileSystem.FromUserPath(path) == found;
+    context.run.LogError(isTyped ? path : found,
+                         {bytes.error().Number, "Steuerdatei: " + bytes.error().Text});
     return {};
   }
   return RunControlLines(context, *bytes, path);
@@ -88,10 +96,6 @@ BatchOutcome RunControlLines(Context& context, std::string_view bytes, std::stri
                  std::string(name));
   context.run.ResetCancel();
   context.run.ResetRunCounters();
-  if (context.settingsStore.IsDamaged(settings::Scope::User)) {
-    batch.LogWarning(context.settingsStore.FilePath(settings::Scope::User),
-                     "Die Einstellungen sind beschädigt, es gelten die Vorgaben");
-  }
   return RunCommand(batch);
 }
 

@@ -17,7 +17,7 @@ constexpr std::string_view SavedLineName = "VelmoraLine.txt";
 void StoreMode(Context& context, int mode) {
   // Values stored beside the version record of another version, or beside none, are wiped by the next start.
   if (!VersionUnchanged(context)) {
-    ClearSettings(context);
+    (void)ClearSettings(context);  // no run follows that would have to know
     StoreVersionInfo(context);
   }
   context.options.SaveCmdLineMode = mode;

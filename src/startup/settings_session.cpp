@@ -1,5 +1,6 @@
 #include "startup/settings_session.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -124,14 +125,22 @@ void SaveSettings(Context& context, bool force) {
   }
 }
 
-void ClearSettings(Context& context) {
+bool ClearSettings(Context& context) {
+  bool hadValues = false;
   // Values that cannot be removed are used further.
-  (void)context.settingsStore.Merge(
-      Scope::User, [&](const Values&) { return settings::ClearChanges(context.session.ServerName); });
+  (void)context.settingsStore.Merge(Scope::User, [&](const Values& stored) {
+    std::vector<Change> changes = settings::ClearChanges(context.session.ServerName);
+    hadValues = std::any_of(changes.begin(), changes.end(), [&](const Change& change) {
+      return change.Section != settings::section::Information &&
+             settings::FindValue(stored, change.Section, change.Name) != nullptr;
+    });
+    return changes;
+  });
   if (MayWriteMachineSettings(context)) {
     (void)context.settingsStore.DeleteMachineSetting(settings::section::Options,
                                                      settings::name::ForceStandardRights);
   }
+  return hadValues;
 }
 
 bool VersionUnchanged(Context& context) {

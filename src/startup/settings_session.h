@@ -11,8 +11,9 @@ void LoadSettings(Context& context);
 // Writes AutoSaveSettings and the version record; all other settings with `force` or while AutoSaveSettings
 // is on. Does nothing before LoadSettings has run. What cannot be written is dropped.
 void SaveSettings(Context& context, bool force);
-// A new version of the program begins with the defaults.
-void ClearSettings(Context& context);
+// A new version of the program begins with the defaults. Whether there was any value to remove; the version
+// record counts for none.
+bool ClearSettings(Context& context);
 bool VersionUnchanged(Context& context);
 void StoreVersionInfo(Context& context);
 // Adds the server of the session to the list of servers.

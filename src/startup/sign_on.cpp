@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "base/text.h"
+#include "settings/options_table.h"
 #include "startup/main_sequence.h"
 #include "startup/settings_session.h"
 #include "store/errors.h"
@@ -13,10 +15,37 @@ namespace {
 
 constexpr std::string_view LogPrefix = "DvISE-Error ";
 
+// Who watches sees a box; an unattended run has its log.
+void ReportFailure(Context& context, std::string_view title, std::string_view text, const Error& error,
+                   std::string_view boxText) {
+  if (context.process.BatchMode) {
+    context.run.LogError(text, {error.Number, std::string(LogPrefix) + error.Text});
+  } else {
+    context.prompts().Message(title, boxText, run::Icon::Stop);
+  }
+}
+
+void ReportNoSession(Context& context, const Error& error) {
+  constexpr std::string_view Text = "Die Anmeldung am DvISE ist fehlgeschlagen!";
+  ReportFailure(context, "Velmora - Anmeldung", Text, error, fmt::format("{}\r\n{}", Text, error.Text));
+}
+
+// Each start without a named server goes to the last used one: as long as that cannot be reached, no start
+// succeeds, and nobody who looks at the message alone would know where its name comes from.
+std::string HintOnLastUsedServer(Context& context) {
+  const std::string& server = context.session.ServerName;
+  if (server.empty() || !EqualsFold(server, LastUsedServer(context))) {
+    return "";
+  }
+  const std::string path = context.settingsStore.FilePath(settings::Scope::User);
+  return fmt::format(". Den Server nennt {} in {}: dort ändern oder entfernen",
+                     settings::name::LastUsedServer, context.fileSystem.HostPath(path).value_or(path));
+}
+
 Status LogOn(Context& context, std::string_view server) {
   Result<std::unique_ptr<store::DvAccount>> account = context.session.Api->Logon(server);
   if (!account) {
-    return Fail(account.error().Number, std::string(LogPrefix) + account.error().Text);
+    return Fail(account.error());
   }
   context.session.Account = *std::move(account);
   return {};
@@ -27,9 +56,9 @@ bool TakeRights(Context& context) {
   store::Session& session = context.session;
   session.Trustees = session.ServerTrustees = session.Account->User().Trustees();
   if (session.Trustees == 0) {
-    ReportFailure(
-        context, "Velmora - Abbruch", "Der aktuelle Benutzer ist nicht als DvISE-Benutzer eingetragen!",
-        {store::store_error::NoAccess, std::string(LogPrefix) + session.Account->User().LoginName()});
+    constexpr std::string_view Text = "Der aktuelle Benutzer ist nicht als DvISE-Benutzer eingetragen!";
+    ReportFailure(context, "Velmora - Abbruch", Text,
+                  {store::store_error::NoAccess, session.Account->User().LoginName()}, Text);
     return false;
   }
   ApplyForcedRights(context);
@@ -44,8 +73,7 @@ bool TakeDefaultArchive(Context& context) {
     root = session.Account->GetSpecialArchive(store::special::OwnRoot);
   }
   if (!root) {
-    ReportFailure(context, "Velmora - Anmeldung", "Die Anmeldung am DvISE ist fehlgeschlagen!",
-                  {root.error().Number, std::string(LogPrefix) + root.error().Text});
+    ReportNoSession(context, root.error());
     return false;
   }
   session.DefaultArchive = *std::move(root);
@@ -53,6 +81,16 @@ bool TakeDefaultArchive(Context& context) {
 }
 
 }  // namespace
+
+std::string LastUsedServer(Context& context) {
+  return settings::ToText(context.settingsStore.GetUserSetting(
+      settings::section::Options, settings::name::LastUsedServer, std::string()));
+}
+
+void ChooseServer(Context& context) {
+  const std::string& named = context.process.NamedServer;
+  context.session.ServerName = named.empty() ? LastUsedServer(context) : named;
+}
 
 bool SignOn(Context& context) {
   store::Session& session = context.session;
@@ -64,8 +102,8 @@ bool SignOn(Context& context) {
     signedOn = LogOn(context, session.ServerName);
   }
   if (!signedOn) {
-    ReportFailure(context, "Velmora - Anmeldung", "Die Anmeldung am DvISE ist fehlgeschlagen!",
-                  signedOn.error());
+    ReportNoSession(context,
+                    {signedOn.error().Number, signedOn.error().Text + HintOnLastUsedServer(context)});
     return false;
   }
   session.ServerName = session.Account->Description();

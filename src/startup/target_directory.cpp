@@ -1,5 +1,7 @@
 #include "startup/target_directory.h"
 
+#include <fmt/format.h>
+
 #include <array>
 #include <filesystem>
 #include <system_error>
@@ -71,6 +73,17 @@ std::string ReasonNotToEmpty(Context& context, std::string_view directory) {
     }
   }
   return "";
+}
+
+Status RequireWritable(Context& context, std::string_view directory) {
+  const std::string probe = JoinPath(directory, fmt::format("Velmora{}.tmp", context.process.ProcessId));
+  platform::WriteOptions options;
+  options.Mode = platform::Create::Exclusive;
+  if (Status written = context.fileSystem.WriteFile(probe, "", options); !written) {
+    // What stands there under this name was written once.
+    return written.error().Number == platform::file_error::AlreadyExists ? Status{} : written;
+  }
+  return context.fileSystem.DeleteFile(probe, false);
 }
 
 void EmptyTarget(Context& context, std::string_view directory) {

@@ -107,7 +107,8 @@ TEST_F(BatchExportTest, ATargetThatDoesNotExistRunsNothingAndIsLogged) {
   MakeArchive("Eins");
   EXPECT_EQ(Run("srcarchive=/Archive/Eins\ndstdirectory=" + directory.Path("nowhere")).ExitStatus,
             exit_status::NothingRan);
-  EXPECT_NE(Log().find("Das Zielverzeichnis existiert nicht: " + directory.Path("nowhere")),
+  EXPECT_NE(Log().find("Das Zielverzeichnis existiert nicht oder es bestehen keine Zugriffsrechte: " +
+                       directory.Path("nowhere")),
             std::string::npos)
       << Log();
 }
@@ -212,18 +213,38 @@ TEST_F(BatchExportTest, TheLogIsClearedOncePerRun) {
   EXPECT_NE(Log().find("Niemals"), std::string::npos);
 }
 
-TEST_F(BatchExportTest, DamagedSettingsAreLogged) {
-  directory.WriteHostFile("config/settings.toml", "[[[");
+TEST_F(BatchExportTest, ATargetThatTakesNoFilesRunsNothing) {
   AddMail(*MakeArchive("Eins"), "Hallo");
-  EXPECT_EQ(Run("srcarchive=/Archive/Eins\n" + Target() + OnlyEml).ExitStatus, exit_status::DoneWithErrors);
-  EXPECT_NE(Log().find("Warnung:"), std::string::npos) << Log();
+  directory.WriteHostFile("target/kept.txt", "x");
+  std::filesystem::permissions(directory.HostPath("target"), std::filesystem::perms(0555));
+  EXPECT_EQ(Run("srcarchive=/Archive/Eins\ncopymode=mov\ndeletedst=y\n" + Target() + OnlyEml).ExitStatus,
+            exit_status::NothingRan);
+  std::filesystem::permissions(directory.HostPath("target"), std::filesystem::perms(0755));
+  EXPECT_NE(Log().find("Fehler: 70 - RunControlFile -> In das Zielverzeichnis kann nicht geschrieben werden"),
+            std::string::npos)
+      << Log();
+  EXPECT_TRUE(Has("kept.txt"));
 }
 
-TEST_F(BatchExportTest, StatisticsAreReportedAsMissing) {
-  const BatchOutcome outcome =
-      RunControlLines(context(), "command=archivestatistics\nstatsarchive=/Archive\n", "test");
-  EXPECT_EQ(outcome.ExitStatus, exit_status::DoneWithErrors);
-  EXPECT_NE(Log().find("Statistikbericht"), std::string::npos);
+TEST_F(BatchExportTest, ASoundTargetKeepsNoTraceOfTheTrial) {
+  MakeArchive("Eins");
+  Run("srcarchive=/Archive/Eins\nmakeidx=n\n" + Target());
+  EXPECT_TRUE(Files().empty() || Files() == std::vector<std::string>{"Eins/VelmoraSubArc.vla"});
+}
+
+TEST_F(BatchExportTest, StatisticsDoNotPretendToHaveRun) {
+  const BatchOutcome outcome = RunControlLines(
+      context(),
+      "command=archivestatistics\nstatsarchive=/Archive\nstatdstfile=" + directory.Path("target\\s.htm") +
+          "\nsendmail=y\nmailto=anna@example.org\n",
+      "nightly.txt");
+  EXPECT_EQ(outcome.ExitStatus, exit_status::NothingRan);
+  EXPECT_NE(Log().find("Das Kommando archivestatistics steht in dieser Version nicht zur Verf"),
+            std::string::npos);
+  EXPECT_NE(Log().find("nightly.txt"), std::string::npos);
+  EXPECT_FALSE(Has("s.htm"));
+  const auto outgoing = context().session.Account->GetSpecialArchive(store::special::Outgoing);
+  EXPECT_EQ((*outgoing)->MessageCount().value_or(-1), 0);
 }
 
 TEST_F(BatchExportTest, AFileWithoutACommandRunsNothing) {

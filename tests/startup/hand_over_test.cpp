@@ -63,6 +63,35 @@ TEST_F(HandOverTest, AMessageIsShownByTheFirst) {
   EXPECT_TRUE(tick.ShowMessage);
 }
 
+TEST_F(HandOverTest, ASecondInstanceThatCannotSignOnHandsOverAllTheSame) {
+  HandOverTick tick;
+  windows.OnMainWindow = [&](Context& first) {
+    login = "nobody";
+    StartSecond("-c /Archive");
+    tick = PollHandOver(first);
+  };
+  RunMain("");
+  EXPECT_EQ(secondStatus, exit_status::NothingRan);
+  EXPECT_TRUE(secondWindows.Activated.empty());
+  EXPECT_TRUE(tick.HandedOver);
+  EXPECT_EQ(context().process.StartArchiveArg, "/Archive");
+}
+
+TEST_F(HandOverTest, WithoutASessionTheHandOverGoesWhereTheSettingsSay) {
+  ASSERT_TRUE(Settings().SetUserSetting("Information", "MajorVersion", settings::RunningVersion().Major));
+  ASSERT_TRUE(Settings().SetUserSetting("Options", "LastUsedServer", std::string(Server)));
+  ASSERT_TRUE(Settings().SetUserSetting("ServerSettings_ZEB1", "TempDirPath", directory.Path("mine")));
+  HandOverTick tick;
+  windows.OnMainWindow = [&](Context& first) {
+    login = "nobody";
+    StartSecond("-r");
+    tick = PollHandOver(first);
+  };
+  RunMain("");
+  EXPECT_TRUE(tick.HandedOver);
+  EXPECT_TRUE(context().process.IgnoreLastArchives);
+}
+
 TEST_F(HandOverTest, SwitchingTheIntegrationOffEndsTheRunningInstance) {
   HandOverTick tick;
   windows.OnMainWindow = [&](Context& first) {

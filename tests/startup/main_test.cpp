@@ -32,6 +32,48 @@ TEST_F(MainTest, TheCaptionNamesProductVersionAndUser) {
   EXPECT_EQ(BuildMainCaption(context()), "Velmora 3.7 - Anna Admin (anna@example.org)");
 }
 
+// The account of the offline product, otherwise as the one it stands before.
+class OfflineAccount final : public store::DvAccount {
+ public:
+  explicit OfflineAccount(std::unique_ptr<store::DvAccount> account) : account_(std::move(account)) {}
+  int Product() override { return store::DvProductDavidMobile; }
+
+  store::DvUser& User() override { return account_->User(); }
+  Result<std::vector<std::unique_ptr<store::DvUser>>> Users() override { return account_->Users(); }
+  std::string Description() override { return account_->Description(); }
+  std::string DavidRoot() override { return account_->DavidRoot(); }
+  std::string ProductName() override { return account_->ProductName(); }
+  std::string BackendDescription() override { return account_->BackendDescription(); }
+  int BackendType() override { return account_->BackendType(); }
+  Result<store::DvSite> Site() override { return account_->Site(); }
+  store::DvResources& Resources() override { return account_->Resources(); }
+  Result<std::shared_ptr<store::DvArchive>> GetArchive(std::string_view path) override {
+    return account_->GetArchive(path);
+  }
+  Result<std::shared_ptr<store::DvArchive>> GetSpecialArchive(int kind) override {
+    return account_->GetSpecialArchive(kind);
+  }
+  Result<std::string> DVEmlFromMailItem(store::DvItem& item, std::string_view directory) override {
+    return account_->DVEmlFromMailItem(item, directory);
+  }
+  Result<std::unique_ptr<store::DvItem>> DVMailItemFromEml(std::string_view path,
+                                                           store::DvArchive& target) override {
+    return account_->DVMailItemFromEml(path, target);
+  }
+  Status Commit() override { return account_->Commit(); }
+  void Logoff() override { account_->Logoff(); }
+
+ private:
+  std::unique_ptr<store::DvAccount> account_;
+};
+
+TEST_F(MainTest, TheCaptionTellsOfTheOfflineProduct) {
+  StartSession();
+  context().process.Version = {3, 7, 1};
+  context().session.Account = std::make_unique<OfflineAccount>(std::move(context().session.Account));
+  EXPECT_EQ(BuildMainCaption(context()), "Velmora 3.7 - Anna Admin (anna@example.org) Mobil Offline");
+}
+
 TEST_F(MainTest, WithoutAWindowAStartEndsWithAHint) {
   hasWindows = false;
   EXPECT_EQ(RunMain(""), exit_status::NothingRan);
@@ -85,6 +127,8 @@ TEST_F(MainTest, AFailedSignOnEndsTheStart) {
   EXPECT_EQ(windows.MainWindows, 0);
   ASSERT_EQ(front.Boxes.size(), 1U);
   EXPECT_EQ(front.Boxes[0].Title, "Velmora - Anmeldung");
+  EXPECT_EQ(front.Boxes[0].Text,
+            "Die Anmeldung am DvISE ist fehlgeschlagen!\r\nnobody ist kein Benutzer des Servers ZEB1");
 }
 
 TEST_F(MainTest, HelpIsABoxAndAnEnd) {
@@ -126,7 +170,7 @@ TEST_F(MainTest, ABatchWithoutAFileNameIsReportedInTheLog) {
   EXPECT_EQ(RunMain("-b:"), exit_status::NothingRan);
   EXPECT_EQ(windows.MainWindows, 0);
   EXPECT_TRUE(front.Boxes.empty());
-  EXPECT_NE(Log().find("Steuerdatei"), std::string::npos) << Log();
+  EXPECT_NE(Log().find("Es ist keine Steuerdatei angegeben"), std::string::npos) << Log();
 }
 
 TEST_F(MainTest, AnUnattendedRunThatCannotSignOnShowsNoBoxAndLogsWhy) {
@@ -148,6 +192,36 @@ TEST_F(MainTest, AControlFileWithoutABackslashLiesInTheProgramDirectory) {
   directory.WriteHostFile("state/nightly.txt", "command=nonsense\n");
   EXPECT_EQ(RunMain("-b:nightly.txt"), exit_status::NothingRan);
   EXPECT_NE(Log().find("Unbekanntes Kommando in der Steuerdatei: nonsense"), std::string::npos) << Log();
+}
+
+TEST_F(MainTest, AMissingControlFileIsReportedWithThePathWhereItWasLookedFor) {
+  EXPECT_EQ(RunMain("-b:nightly.txt"), exit_status::NothingRan);
+  EXPECT_NE(Log().find("Datei nicht gefunden -> " + directory.Path("state\\nightly.txt")), std::string::npos)
+      << Log();
+}
+
+TEST_F(MainTest, AnUnattendedRunTellsThatSettingsOfAnotherVersionWereWiped) {
+  ASSERT_TRUE(Settings().SetUserSetting("Information", "MajorVersion", 99));
+  ASSERT_TRUE(Settings().SetUserSetting("Options", "AttachmentFolder", std::string("Anlagen")));
+  directory.WriteHostFile("c.txt", "command=copydavidlogs\nlogtype=rxlog\ndstarchive=/Archive\n");
+  EXPECT_EQ(RunMain("-b:" + directory.Path("c.txt")), exit_status::DoneWithErrors);
+  EXPECT_NE(Log().find("Warnung: 0 - LoadSettings -> Die Einstellungen einer anderen Version"),
+            std::string::npos)
+      << Log();
+  // Now there is nothing left to lose.
+  EXPECT_EQ(RunMain("-b:" + directory.Path("c.txt")), exit_status::Done) << Log();
+}
+
+TEST_F(MainTest, AnUnattendedRunTellsOfDamagedSettingsOfUserAndMachine) {
+  std::filesystem::create_directories(directory.HostPath("config"));
+  std::filesystem::create_directories(directory.HostPath("machine"));
+  directory.WriteHostFile("config/settings.toml", "[[[");
+  directory.WriteHostFile("machine/settings.toml", "[[[");
+  directory.WriteHostFile("c.txt", "command=copydavidlogs\nlogtype=rxlog\ndstarchive=/Archive\n");
+  EXPECT_EQ(RunMain("-b:" + directory.Path("c.txt")), exit_status::DoneWithErrors);
+  EXPECT_NE(Log().find(directory.Path("config\\settings.toml")), std::string::npos) << Log();
+  EXPECT_NE(Log().find(directory.Path("machine\\settings.toml")), std::string::npos) << Log();
+  EXPECT_EQ(directory.ReadHostFile("config/settings.toml.damaged"), "[[[");
 }
 
 TEST_F(MainTest, AHostPathNamesTheControlFile) {

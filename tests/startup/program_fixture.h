@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <filesystem>
 #include <memory>
@@ -50,6 +51,8 @@ class ProgramTest : public ::testing::Test {
   static constexpr std::string_view Server = test::Zeb1Store.Server;
 
   ProgramTest() {
+    // The desktop's tool that takes the file types syncs a dozen files of its own.
+    setenv("PKGSYSTEM_ENABLE_FSYNC", "0", 1);
     test::CopyTestStore(test::Zeb1Store, directory.HostPath("store"));
     files = MakeFiles();
     directories.Config = directory.HostPath("config");

@@ -80,6 +80,31 @@ TEST_F(ResultMailTest, TheExportFillsAllPlaceholders) {
           "0 VoiceMail(s)\r\n0 Adresse(n)\r\n0 Link(s)\r\n1 EML-File(s)\r\n0 Fehler(n)\r\nEnde");
 }
 
+TEST_F(ResultMailTest, TheLogsFillTheirPlaceholders) {
+  StartSession();
+  MakeArchive("Protokolle");
+  RunControlLines(context(),
+                  "command=copydavidlogs\nlogtype=bothlogs\ndstarchive=/Archive/Protokolle\nsendmail=y\n"
+                  "mailto=anna@example.org\nmailsubject=%1, %4\nmailbody=%1 %2\\n%4 %5 %6 %7\n",
+                  "logs.txt");
+  const std::vector<SentMail> mails = Sent();
+  ASSERT_EQ(mails.size(), 1U);
+  EXPECT_EQ(mails[0].Subject, "31.12.2026, %4");  // only the moment stands in a subject
+  EXPECT_EQ(mails[0].Text,
+            "31.12.2026 23:59:00\r\n0s /Archive/Protokolle logs.txt Sende- und Empfangsprotokoll");
+}
+
+TEST_F(ResultMailTest, TellsAlsoOfARunThatOpenedNoArchive) {
+  StartSession();
+  RunControlLines(context(),
+                  "command=archivecopymove\nsrcarchive=/Archive/Nirgends\ncopymode=mov\ndstdirectory=" +
+                      directory.Path("target") + "\nsendmail=y\nmailto=anna@example.org\nmailbody=%8:%9.\n",
+                  "x");
+  const std::vector<SentMail> mails = Sent();
+  ASSERT_EQ(mails.size(), 1U);
+  EXPECT_EQ(mails[0].Text, "Move:.");
+}
+
 TEST_F(ResultMailTest, AMailThatCannotBeSentIsAnErrorOfTheRun) {
   StartSession();
   MakeArchive("Projekte");

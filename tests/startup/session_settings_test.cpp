@@ -54,13 +54,16 @@ TEST_F(SessionSettingsTest, NothingIsSavedBeforeTheSettingsWereLoaded) {
 TEST_F(SessionSettingsTest, ANewMinorVersionWipesButKeepsTheServerListAndTheTabCounts) {
   StartSession();
   context().options.FrmWidth = 777;
+  context().options.CSVSeparator = "|";
   context().options.LZEBTabItemCount = 3;
-  context().options.AutoSaveSettings = true;
-  End();
+  context().options.AutoSaveSettings = false;
+  SaveSettings(context(), true);
   Start("");
   ++context().process.Version.Minor;
   ASSERT_TRUE(StartAfterLogin(context()).CanGoOn);
   EXPECT_EQ(context().options.FrmWidth, 12000);
+  EXPECT_EQ(context().options.CSVSeparator, ";");
+  EXPECT_FALSE(context().options.AutoSaveSettings);
   EXPECT_EQ(context().options.LZEBTabItemCount, 3);
   EXPECT_EQ(context().options.DvServer[0], Server);
 }

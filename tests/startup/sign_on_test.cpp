@@ -69,6 +69,32 @@ TEST_F(SignOnTest, SigningOnAddsTheServerToTheList) {
             settings::Value(std::string(Server)));
 }
 
+TEST_F(SignOnTest, ALastUsedServerThatIsGoneEndsTheStartAndSaysWhatToDo) {
+  ASSERT_TRUE(Settings().SetUserSetting("Options", "LastUsedServer", std::string("ALT")));
+  const std::string reason =
+      "Der Server ALT ist auf diesem Rechner nicht eingetragen (eingetragen: ZEB1). Den Server nennt "
+      "LastUsedServer in " +
+      directory.HostPath("config/settings.toml") + ": dort ";
+  EXPECT_EQ(RunMain(""), exit_status::NothingRan);
+  ASSERT_EQ(front.Boxes.size(), 1U);
+  EXPECT_EQ(front.Boxes[0].Text,
+            "Die Anmeldung am DvISE ist fehlgeschlagen!\r\n" + reason + "ändern oder entfernen");
+  EXPECT_EQ(context().session.Account, nullptr);  // no other server takes its place
+  EXPECT_EQ(RunMain("-b:x.txt"), exit_status::NothingRan);
+  EXPECT_EQ(front.Boxes.size(), 1U);
+  EXPECT_NE(Log().find("1009 - DvISE-Error " + reason), std::string::npos) << Log();
+  ASSERT_TRUE(Settings().DeleteUserSetting("Options", "LastUsedServer"));
+  EXPECT_EQ(RunMain(""), exit_status::Done);
+}
+
+TEST_F(SignOnTest, AServerNamedForTheProcessGoesBeforeTheLastUsedOne) {
+  ASSERT_TRUE(Settings().SetUserSetting("Options", "LastUsedServer", std::string("ALT")));
+  Start("");
+  context().process.NamedServer = Server;
+  EXPECT_EQ(Main(context()), exit_status::Done);
+  EXPECT_TRUE(front.Boxes.empty());
+}
+
 TEST_F(SignOnTest, AnEmptyNameChangesNothing) {
   StartSession();
   EXPECT_EQ(ChangeServer(context(), ""), ServerChange::None);

@@ -10,6 +10,7 @@
 #include "store/embedded/site_database.h"
 #include "store/embedded/store_location.h"
 #include "store/embedded/store_setup.h"
+#include "support/stores_lock.h"
 #include "support/test_store.h"
 
 namespace velmora::test {
@@ -41,6 +42,8 @@ Status MakeStore(const StoreTemplate& store, const std::string& directory) {
 }
 
 int MakeAll(const std::filesystem::path& directory) {
+  std::filesystem::create_directories(directory);
+  const StoresLock lock(directory.string(), StoresUse::Make);
   for (const StoreTemplate& store : {Zeb1Store, BueroStore}) {
     const std::filesystem::path place = directory / store.Server;
     std::filesystem::remove_all(place);

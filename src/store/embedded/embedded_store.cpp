@@ -30,7 +30,9 @@ class EmbeddedApi final : public DvISEAPI {
   Result<std::unique_ptr<DvAccount>> Logon(std::string_view server) override {
     const auto* store = FindStore(server);
     if (store == nullptr) {
-      return Fail(store_error::LogonFailed, fmt::format("Der Server {} ist nicht bekannt", server));
+      return Fail(store_error::LogonFailed,
+                  fmt::format("Der Server {} ist auf diesem Rechner nicht eingetragen (eingetragen: {})",
+                              server, ServerNames()));
     }
     auto site = SiteDatabase::Open(SiteDatabasePath(store->HostDirectory));
     if (!site) return Fail(store_error::LogonFailed, site.error().Text);
@@ -46,6 +48,11 @@ class EmbeddedApi final : public DvISEAPI {
   }
 
  private:
+  std::string ServerNames() const {
+    std::vector<std::string> names;
+    for (const auto& store : stores_) names.push_back(store.ServerName);
+    return Join(names, ", ");
+  }
   const StoreLocation* FindStore(std::string_view server) const {
     if (stores_.empty()) return nullptr;
     if (server.empty()) return &stores_.front();
