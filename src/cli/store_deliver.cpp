@@ -66,6 +66,7 @@ int Finish(Delivery& delivery) {
   if (const auto committed = delivery.Account.Commit(); !committed) {
     delivery.Report("Speichern", committed.error());
   }
+  if (const auto warning = delivery.Account.TakeWarning()) PrintError("Warnung", *warning);
   if (delivery.Cancelled) PrintError("Abgebrochen");
   PrintLine(fmt::format("{} Nachricht(en) zugestellt, {} Fehler", delivery.Delivered, delivery.Errors));
   return delivery.Errors == 0 && !delivery.Cancelled ? exit_status::Done : exit_status::DoneWithErrors;

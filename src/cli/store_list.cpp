@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
 #include <vector>
 
 #include "base/date_time.h"
@@ -181,7 +182,7 @@ int ListEntries(DvArchive& archive, bool json) {
 int ListTree(std::shared_ptr<DvArchive> root, bool json) {
   ListWriter writer(json);
   std::vector<std::shared_ptr<DvArchive>> waiting{std::move(root)};
-  std::vector<std::string> entered;
+  std::set<std::string> entered;
   while (!waiting.empty()) {
     const auto archive = std::move(waiting.back());
     waiting.pop_back();
@@ -191,7 +192,7 @@ int ListTree(std::shared_ptr<DvArchive> root, bool json) {
     if (!messages) writer.Fail(archive->FullPath(), messages.error());
     writer.Add(json ? ArchiveJson(*archive, messages.value_or(0))
                     : ArchiveLine(*archive, messages.value_or(0)));
-    if (archive->IsShortCut()) continue;
+    if (archive->IsShortCut() || !entered.insert(FoldCase(archive->ID())).second) continue;
     const auto children = archive->SubArchives();
     if (!children) {
       writer.Fail(archive->FullPath(), children.error());

@@ -100,6 +100,9 @@ class DvAccount {
 
   // Commits what is pending in every archive; cheap when nothing is.
   virtual Status Commit() = 0;
+  // What went wrong since the last call without costing more than an entry in the server's own logs; nothing
+  // mostly.
+  virtual std::optional<Error> TakeWarning() { return std::nullopt; }
   virtual void Logoff() = 0;
 };
 

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "platform/host.h"
+#include "store/archive_record.h"
 #include "store/embedded/site_database.h"
 #include "store/embedded/store_setup.h"
 #include "support/temp_dir.h"
@@ -65,6 +66,30 @@ TEST_F(StoreCommandsTest, InitDeliverAndListWorkTogether) {
   EXPECT_NE(listed.Output.find("\"attachments\": [{\"name\": "), std::string::npos) << listed.Output;
   const auto tree = Run({"list"});
   EXPECT_NE(tree.Output.find("1  /Archive/Gemeinsam/Vertrieb/Süd\n"), std::string::npos) << tree.Output;
+}
+
+TEST_F(StoreCommandsTest, AListOfACircularTreeEnds) {
+  Init();
+  ASSERT_EQ(Run({"deliver", "--archive", "Gemeinsam/Kreis", WriteMessage("a.eml")}).Status, 0);
+  const auto record = store::DirRecord::Make("\\\\BUERO\\DAVID\\ARCHIVE\\common", "Oben");
+  ASSERT_TRUE(record);
+  directory_.WriteHostFile("store/archive/common/KREIS/archive.dir", std::string(record->Bytes()));
+  const auto tree = Run({"list"});
+  EXPECT_EQ(tree.Status, 0);
+  const std::string_view row = "/Oben\n";
+  const auto first = tree.Output.find(row);
+  ASSERT_NE(first, std::string::npos) << tree.Output;
+  EXPECT_EQ(tree.Output.find(row, first + 1), std::string::npos) << "shown, but not entered again";
+}
+
+TEST_F(StoreCommandsTest, ADamagedLogCostsNoDelivery) {
+  Init();
+  directory_.WriteHostFile("store/code/david.rec", std::string(5000, 'x'));
+  const auto delivered = Run({"deliver", "--archive", "Gemeinsam", WriteMessage("a.eml")});
+  EXPECT_EQ(delivered.Status, 0);
+  EXPECT_NE(delivered.Output.find("Warnung: Das Protokoll ist nicht zu schreiben"), std::string::npos);
+  EXPECT_TRUE(delivered.Output.ends_with("1 Nachricht(en) zugestellt, 0 Fehler\n")) << delivered.Output;
+  EXPECT_EQ(directory_.ReadHostFile("store/code/david.rec"), std::string(5000, 'x'));
 }
 
 TEST_F(StoreCommandsTest, JsonIsReadByAnotherProgram) {

@@ -125,13 +125,24 @@ Result<std::unique_ptr<DvItem>> EmbeddedAccount::DVMailItemFromEml(std::string_v
   if (!message) return Fail(message.error());
   DeliverOptions options;
   options.Mailbox = path;
-  const auto key = Deliver(target, *message, options);
+  const auto key = Store(target, *message, options);
   if (!key) return Fail(key.error());
   return session_->Messages.GetEntry(target.ID(), *key);
 }
 
 Result<EntryKey> EmbeddedAccount::Deliver(DvArchive& target, std::string_view message,
                                           const DeliverOptions& options) {
+  const auto key = Store(target, message, options);
+  if (!key) return key;
+  LogDelivery(*session_, target.ID(), *key, options.Mailbox);
+  if (session_->Logs.IsDue()) {
+    if (const auto committed = Commit(); !committed) return Fail(committed.error());
+  }
+  return key;
+}
+
+Result<EntryKey> EmbeddedAccount::Store(DvArchive& target, std::string_view message,
+                                        const DeliverOptions& options) {
   const auto rights = target.AccessRights();
   if (!rights) return Fail(rights.error());
   if (*rights == 0) {
@@ -141,9 +152,15 @@ Result<EntryKey> EmbeddedAccount::Deliver(DvArchive& target, std::string_view me
   return session_->Messages.Deliver(target.ID(), message, options);
 }
 
+Status EmbeddedAccount::Commit() {
+  const auto committed = session_->Messages.Commit();
+  session_->Logs.Write();
+  return committed;
+}
+
 void EmbeddedAccount::Logoff() {
   // What cannot be written now cannot be written later either; every caller that must know commits itself.
-  (void)session_->Messages.Commit();
+  (void)Commit();
 }
 
 }  // namespace velmora::store::embedded

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,15 +49,17 @@ class EmbeddedAccount final : public DvAccount {
 
   Result<std::string> DVEmlFromMailItem(DvItem& item, std::string_view temporaryDirectory) override;
   Result<std::unique_ptr<DvItem>> DVMailItemFromEml(std::string_view path, DvArchive& target) override;
-  // The bytes of a message as a new entry of the archive.
+  // The bytes of a message as a new entry of the archive, noted in the receive log.
   Result<EntryKey> Deliver(DvArchive& target, std::string_view message, const DeliverOptions& options);
 
-  Status Commit() override { return session_->Messages.Commit(); }
+  Status Commit() override;
+  std::optional<Error> TakeWarning() override { return session_->Logs.TakeWarning(); }
   // Commits what is pending; archives that are still held stay usable.
   void Logoff() override;
 
  private:
   Result<std::shared_ptr<DvArchive>> Open(ArchiveRecord record);
+  Result<EntryKey> Store(DvArchive& target, std::string_view message, const DeliverOptions& options);
 
   std::shared_ptr<StoreSession> session_;
   EmbeddedUser user_;

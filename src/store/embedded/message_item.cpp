@@ -96,22 +96,33 @@ Status MessageItem::Update() {
 
 Status MessageItem::UpdateField(FieldTag tag) {
   if (isDraft_) return InsertDraft();
-  EntryChanges only;
+  EntryChanges only = TakeChangesOf(tag);
+  const auto updated = store_.Update(directory_, row_.Key, only);
+  if (updated) return {};
+  // What could not be written is still to be written.
+  changes_.Columns.merge(only.Columns);
+  changes_.Texts.merge(only.Texts);
+  if (only.Recipients) changes_.Recipients = std::move(only.Recipients);
+  std::ranges::move(only.Others, std::back_inserter(changes_.Others));
+  return updated;
+}
+
+EntryChanges MessageItem::TakeChangesOf(FieldTag tag) {
+  EntryChanges taken;
   const auto* const info = FindField(tag);
   if (info == nullptr) {
-    std::ranges::copy_if(changes_.Others, std::back_inserter(only.Others),
-                         [tag](const OtherField& field) { return !field.IsUserField && field.Tag == tag; });
+    const auto others = std::ranges::stable_partition(
+        changes_.Others, [tag](const OtherField& field) { return field.IsUserField || field.Tag != tag; });
+    taken.Others.assign(others.begin(), others.end());
+    changes_.Others.erase(others.begin(), others.end());
   } else if (info->Place == FieldPlace::Text) {
-    if (auto text = changes_.Texts.extract(tag)) only.Texts.insert(std::move(text));
+    taken.Texts.insert(changes_.Texts.extract(tag));
   } else if (info->Place == FieldPlace::Recipients) {
-    only.Recipients = std::exchange(changes_.Recipients, std::nullopt);
-  } else if (auto column = changes_.Columns.extract(info->Where)) {
-    only.Columns.insert(std::move(column));
+    taken.Recipients = std::exchange(changes_.Recipients, std::nullopt);
+  } else if (info->Place == FieldPlace::Column || info->Place == FieldPlace::FlagBit) {
+    taken.Columns.insert(changes_.Columns.extract(info->Where));
   }
-  std::erase_if(changes_.Others, [tag](const OtherField& field) {
-    return !field.IsUserField && field.Tag == tag && tag != 0;
-  });
-  return store_.Update(directory_, row_.Key, only);
+  return taken;
 }
 
 Status MessageItem::Delete() {

@@ -59,6 +59,8 @@ class MessageItem : public DvItem {
 
  private:
   Status InsertDraft();
+  // What is to be written of one field, taken out of the changes.
+  EntryChanges TakeChangesOf(FieldTag tag);
   Status LoadOthers();
 
   EntryStore& store_;

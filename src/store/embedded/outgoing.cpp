@@ -1,5 +1,7 @@
 #include "store/embedded/outgoing.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -56,7 +58,9 @@ bool DeliverToUsers(StoreSession& session, const std::vector<int>& users, const 
   options.Mailbox = session.User.LoginName;
   for (const int user : users) {
     const auto inbox = session.Layout.SpecialDirectory(special::Inbox, user);
-    delivered = inbox && session.Messages.Deliver(*inbox, message, options) && delivered;
+    const auto key = inbox ? session.Messages.Deliver(*inbox, message, options) : Result<EntryKey>();
+    delivered = inbox && key && delivered;
+    if (inbox && key) LogDelivery(session, *inbox, *key, options.Mailbox);
   }
   return delivered;
 }
@@ -88,6 +92,14 @@ Result<std::string> MessageBytes(StoreSession& session, DvItem& item, EntryKey k
                         : session.FileSystem.ReadFile(source);
 }
 
+void LogSending(StoreSession& session, DvMailItem& mail, EntryKey key) {
+  const auto location = mail.Item().Fields().Get(tag::Location);
+  auto entry = LogEntryOf(mail, session.Clock.Now());
+  entry.Comment = fmt::format("Benutzer: {}\r\nArchiv: {}\r\nEintrag: {}\r\n", session.User.LoginName,
+                              StripBackslash(DirectoryOf(FieldText(location.value_or(FieldValue())))), key);
+  session.Logs.NoteSent(std::move(entry));
+}
+
 Result<bool> Send(StoreSession& session, DvMailItem& mail, EntryKey key) {
   const auto addresses = AllRecipients(mail);
   if (!addresses) return Fail(addresses.error());
@@ -112,8 +124,20 @@ Status SubmitMail(StoreSession& session, DvMailItem& mail, EntryKey key) {
   if (const auto set = item.Fields().Set(tag::SendStatus, isSent ? Sent : MailServerUnreachable); !set)
     return set;
   if (const auto updated = item.Update(); !updated) return updated;
-  if (const auto committed = session.Messages.Commit(); !committed) return committed;
+  const auto committed = session.Messages.Commit();
+  LogSending(session, mail, key);
+  session.Logs.Write();
+  if (!committed) return committed;
   return sent ? Status() : Fail(sent.error());
+}
+
+void LogDelivery(StoreSession& session, std::string_view directory, EntryKey key, std::string_view origin) {
+  const auto view = session.Messages.ItemView(directory, key);
+  auto* const mail = view ? (*view)->AsMail() : nullptr;
+  if (mail == nullptr) return;  // gone again already
+  auto entry = LogEntryOf(*mail, session.Clock.Now());
+  entry.Comment = fmt::format("Quelle: {}\r\nArchiv: {}\r\nEintrag: {}\r\n", origin, directory, key);
+  session.Logs.NoteReceived(std::move(entry));
 }
 
 }  // namespace velmora::store::embedded

@@ -18,6 +18,7 @@ class Rule final : public DvRule {
     const auto id = file_.Write(entry_.Id, entry_.Data);
     if (!id) return Fail(id.error());
     entry_.Id = *id;
+    entry_.Data.Name = LeftCharacters(entry_.Data.Name, RuleFile::MaxNameCharacters);
     return {};
   }
 

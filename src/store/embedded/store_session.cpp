@@ -77,6 +77,7 @@ StoreSession::StoreSession(platform::FileSystem& fileSystem, platform::Clock& cl
       Site(std::move(site)),
       User(std::move(user)),
       Tree(fileSystem, Layout.ArchiveRoot()),
+      Logs(fileSystem, clock, Layout),
       Messages(fileSystem, clock),
       Access(Tree, Layout, User) {}
 

@@ -11,6 +11,7 @@
 #include "store/embedded/access_control.h"
 #include "store/embedded/archive_tree.h"
 #include "store/embedded/message_store.h"
+#include "store/embedded/server_logs.h"
 #include "store/embedded/site_database.h"
 #include "store/embedded/store_layout.h"
 #include "store/embedded/users.h"
@@ -28,6 +29,7 @@ struct StoreSession {
   SiteDatabase Site;
   UserRecord User;
   ArchiveTree Tree;
+  ServerLogs Logs;  // outlives the messages: what it tells of is committed first
   MessageStore Messages;
   AccessControl Access;
 

@@ -87,6 +87,52 @@ TEST_F(MessageItemTest, ChangesStandInMemoryUntilUpdate) {
   EXPECT_TRUE(std::holds_alternative<std::monostate>(Field(key, tag::Comment)));
 }
 
+TEST_F(MessageItemTest, UpdateFieldWritesThatFieldAlone) {
+  const auto key = Deliver("Subject: alt\n\nText\n");
+  const FieldTag unknown = 0x80001234;
+  auto item = Get(key);
+  auto& fields = item->Fields();
+  ASSERT_TRUE(fields.Set(tag::Viewed, true));
+  ASSERT_TRUE(fields.Set(tag::Recipients, std::string("a@example.org")));
+  ASSERT_TRUE(fields.Set(unknown, std::int64_t{5}));
+  ASSERT_TRUE(fields.Set("Kostenstelle", std::int64_t{7}));
+  for (const auto readOnly : {tag::RecNo, tag::Location, tag::HtmlRendition}) {
+    ASSERT_TRUE(item->UpdateField(readOnly));
+    EXPECT_FALSE(FieldBool(Field(key, tag::Viewed))) << readOnly;
+  }
+  ASSERT_TRUE(item->UpdateField(unknown));
+  EXPECT_EQ(FieldNumber(Field(key, unknown)), 5);
+  EXPECT_EQ(FieldText(Field(key, tag::Recipients)), "");
+  ASSERT_TRUE(item->UpdateField(tag::Recipients));
+  EXPECT_EQ(FieldText(Field(key, tag::Recipients)), "a@example.org");
+  EXPECT_FALSE(FieldBool(Field(key, tag::Viewed)));
+  ASSERT_TRUE(item->UpdateField(tag::Viewed));
+  EXPECT_TRUE(FieldBool(Field(key, tag::Viewed)));
+  EXPECT_EQ(FieldNumber(*Get(key)->Fields().Get("Kostenstelle")), 0);
+  ASSERT_TRUE(item->Update());
+  EXPECT_EQ(FieldNumber(*Get(key)->Fields().Get("Kostenstelle")), 7);
+}
+
+TEST_F(MessageItemTest, AFieldThatCouldNotBeWrittenIsWrittenLater) {
+  const auto key = Deliver("Subject: alt\n\nText\n");
+  ASSERT_TRUE(store->CommitAndClose(In));
+  auto item = Get(key);
+  ASSERT_TRUE(item->Fields().Set(tag::Subject, std::string("neu")));
+  ASSERT_TRUE(item->Fields().Set(tag::Comment, std::string("dazu")));
+  const auto path = directory.HostPath("archive/in/archive.dat");
+  ASSERT_TRUE(store->CommitAndClose(In));
+  std::filesystem::rename(path, path + ".weg");
+  std::filesystem::create_directory(path);
+  EXPECT_FALSE(item->UpdateField(tag::Subject));
+  EXPECT_FALSE(item->UpdateField(tag::Comment));
+  std::filesystem::remove(path);
+  std::filesystem::rename(path + ".weg", path);
+  ASSERT_TRUE(item->UpdateField(tag::Subject));
+  ASSERT_TRUE(item->Update());
+  EXPECT_EQ(FieldText(Field(key, tag::Subject)), "neu");
+  EXPECT_EQ(FieldText(Field(key, tag::Comment)), "dazu");
+}
+
 TEST_F(MessageItemTest, UpdateLeavesWhatOthersChanged) {
   const auto key = Deliver("Subject: x\n\n");
   auto first = Get(key), second = Get(key);

@@ -82,6 +82,10 @@ TEST_F(RulesTest, NamesAreCutAtThirtyCharacters) {
   AddRule(*common_, data);
   EXPECT_EQ((*common_->Rules().Item(0))->Data().Name, "Ä23456789012345678901234567890");
   EXPECT_EQ((*common_->Rules().Add(name))->Data().Name, "Ä23456789012345678901234567890");
+  const auto rule = common_->Rules().Item(0);
+  (*rule)->Data().Name = name + "2";
+  ASSERT_TRUE((*rule)->Update());
+  EXPECT_EQ((*rule)->Data().Name, "Ä23456789012345678901234567890") << "what stands is shown at once";
 }
 
 TEST_F(RulesTest, OrderIsThatOfAddingAndDeletionLeavesTheOthers) {
