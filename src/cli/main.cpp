@@ -63,6 +63,7 @@ void SetGermanLabels(CLI::App& app) {
   formatter->label("Subcommand", "Befehl");
   formatter->label("Subcommands", "Befehle");
   formatter->label("REQUIRED", "(Pflicht)");
+  formatter->label("Excludes", "schließt aus");
   formatter->column_width(36);
   app.formatter(formatter);
   // Commands made from here on inherit both.

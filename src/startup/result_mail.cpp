@@ -1,11 +1,14 @@
 #include "startup/result_mail.h"
 
+#include <fmt/format.h>
+
 #include <memory>
 #include <optional>
 
 #include "base/text.h"
 #include "store/errors.h"
 #include "store/item.h"
+#include "store/vocabulary.h"
 
 namespace velmora::startup {
 namespace {
@@ -47,6 +50,20 @@ Result<std::unique_ptr<store::DvItemView>> CreateMail(store::Session& session) {
   return (*outgoing)->CreateItem(NewMailType);
 }
 
+// A store that sends at once knows already what has become of the mail.
+Status RequireSent(store::DvMailItem& mail) {
+  const Result<int> code = mail.SendStatus();
+  if (!code) {
+    return {};
+  }
+  const store::SendStatusText status = store::SendStatus(*code);
+  return status.IsFailure
+             ? Fail(store::store_error::Failed,
+                    fmt::format("Die Ergebnismail steht im Ausgang, wurde aber nicht zugestellt ({})",
+                                status.German))
+             : Status{};
+}
+
 }  // namespace
 
 Status SendResultMail(store::Session& session, std::string_view to, std::string_view from,
@@ -78,6 +95,9 @@ Status SendResultMail(store::Session& session, std::string_view to, std::string_
   steps.Do(mail->SetTextFormat(PlainTextFormat));
   if (steps.Result()) {
     steps.Do(mail->Submit(SubmitAtOnce));
+  }
+  if (steps.Result()) {
+    steps.Do(RequireSent(*mail));
   }
   return steps.Result();
 }

@@ -19,6 +19,7 @@ using settings::Scope;
 using settings::Values;
 
 constexpr std::string_view DesignFolder = "Designs";
+constexpr std::string_view PreviousSuffix = ".previous";
 
 settings::Options ReadOptions(Context& context, const Values& stored) {
   const settings::DefaultPlaces places = {context.process.PersonalDir,
@@ -78,6 +79,23 @@ bool MayWriteMachineSettings(const Context& context) {
   return context.session.WasAdministrator() && context.process.IsOsAdministrator;
 }
 
+// Whether any value but the version record is stored that the changes touch.
+bool HasAnyOf(const Values& stored, const std::vector<Change>& changes) {
+  return std::any_of(changes.begin(), changes.end(), [&](const Change& change) {
+    return change.Section != settings::section::Information &&
+           settings::FindValue(stored, change.Section, change.Name) != nullptr;
+  });
+}
+
+// For who had set values by hand.
+void KeepPreviousSettings(Context& context) {
+  const std::string path = context.settingsStore.FilePath(Scope::User);
+  platform::WriteOptions options;
+  options.OwnerOnly = true;
+  // Without the copy they are gone, as a new version wants it.
+  (void)context.fileSystem.CopyFile(path, path + std::string(PreviousSuffix), options);
+}
+
 void Append(std::vector<Change>& changes, std::vector<Change> more) {
   changes.insert(changes.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
@@ -126,16 +144,13 @@ void SaveSettings(Context& context, bool force) {
 }
 
 bool ClearSettings(Context& context) {
-  bool hadValues = false;
+  const std::vector<Change> changes = settings::ClearChanges(context.session.ServerName);
+  const bool hadValues = HasAnyOf(context.settingsStore.Read(Scope::User), changes);
+  if (hadValues) {
+    KeepPreviousSettings(context);
+  }
   // Values that cannot be removed are used further.
-  (void)context.settingsStore.Merge(Scope::User, [&](const Values& stored) {
-    std::vector<Change> changes = settings::ClearChanges(context.session.ServerName);
-    hadValues = std::any_of(changes.begin(), changes.end(), [&](const Change& change) {
-      return change.Section != settings::section::Information &&
-             settings::FindValue(stored, change.Section, change.Name) != nullptr;
-    });
-    return changes;
-  });
+  (void)context.settingsStore.Merge(Scope::User, [&](const Values&) { return changes; });
   if (MayWriteMachineSettings(context)) {
     (void)context.settingsStore.DeleteMachineSetting(settings::section::Options,
                                                      settings::name::ForceStandardRights);

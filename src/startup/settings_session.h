@@ -11,8 +11,8 @@ void LoadSettings(Context& context);
 // Writes AutoSaveSettings and the version record; all other settings with `force` or while AutoSaveSettings
 // is on. Does nothing before LoadSettings has run. What cannot be written is dropped.
 void SaveSettings(Context& context, bool force);
-// A new version of the program begins with the defaults. Whether there was any value to remove; the version
-// record counts for none.
+// A new version of the program begins with the defaults. Whether there was any value to remove (the
+// version record counts for none); then the file is kept as settings.toml.previous.
 bool ClearSettings(Context& context);
 bool VersionUnchanged(Context& context);
 void StoreVersionInfo(Context& context);

@@ -208,6 +208,7 @@ TEST_F(MainTest, AnUnattendedRunTellsThatSettingsOfAnotherVersionWereWiped) {
   EXPECT_NE(Log().find("Warnung: 0 - LoadSettings -> Die Einstellungen einer anderen Version"),
             std::string::npos)
       << Log();
+  EXPECT_NE(directory.ReadHostFile("config/settings.toml.previous").find("Anlagen"), std::string::npos);
   // Now there is nothing left to lose.
   EXPECT_EQ(RunMain("-b:" + directory.Path("c.txt")), exit_status::Done) << Log();
 }

@@ -105,6 +105,22 @@ TEST_F(ResultMailTest, TellsAlsoOfARunThatOpenedNoArchive) {
   EXPECT_EQ(mails[0].Text, "Move:.");
 }
 
+TEST_F(ResultMailTest, AMailThatNobodyTakesIsAnErrorOfTheRun) {
+  StartSession();
+  MakeArchive("Projekte");
+  const BatchOutcome outcome = RunControlLines(
+      context(),
+      "command=archivecopymove\nsrcarchive=/Archive/Projekte\ndstdirectory=" + directory.Path("target") +
+          "\nmakeidx=n\nsendmail=y\nmailto=anna@example.org, fern@example.net\n",
+      "x");
+  EXPECT_EQ(outcome.ExitStatus, exit_status::DoneWithErrors);
+  EXPECT_EQ(Sent().size(), 1U);  // it stands in the outgoing archive all the same
+  EXPECT_NE(Log().find("nicht zugestellt (Mail Server nicht erreichbar): Ergebnismail an "
+                       "\"anna@example.org, fern@example.net\""),
+            std::string::npos)
+      << Log();
+}
+
 TEST_F(ResultMailTest, AMailThatCannotBeSentIsAnErrorOfTheRun) {
   StartSession();
   MakeArchive("Projekte");
