@@ -13,6 +13,7 @@
 #include "mailarchive/format/marker.h"
 #include "mailarchive/format/marker_names.h"
 #include "mailarchive/format/text_file.h"
+#include "mailarchive/links.h"
 
 namespace velmora::mailarchive {
 namespace {
@@ -140,14 +141,17 @@ std::string RewriteDescriptor(std::string_view bytes, const std::vector<Move>& m
 }
 
 // The page's bytes with the links to the moved file pointing to its new name. Without component folders the
-// link to an HTML body begins with a "/".
+// link to an HTML body begins with a "/". Pages of older archives have the path without escapes.
 std::string RedirectLinks(std::string_view page, const Move& move) {
   std::string redirected(page);
+  const auto link = [](std::string_view opening, std::string_view url) {
+    return std::string(opening) + ToCodePage(url, Unmappable::Reference) + '"';
+  };
   for (const std::string_view opening : {"href=\"", "href=\"/"}) {
-    const auto link = [&](std::string_view path) {
-      return std::string(opening) + ToCodePage(PathToUrl(path), Unmappable::Reference) + '"';
-    };
-    redirected = ReplaceAll(redirected, link(move.From), link(move.To));
+    const std::string target = link(opening, HrefPath(move.To));
+    redirected = ReplaceAll(redirected, link(opening, HrefPath(move.From)), target);
+    const std::string unescaped = link(opening, PathToUrl(move.From));
+    if (unescaped != target) redirected = ReplaceAll(redirected, unescaped, target);
   }
   return redirected;
 }

@@ -253,6 +253,16 @@ TEST_F(EntryOperationsTest, RenamesWithoutComponentFolders) {
                 {"y.eml", "mail"}}));
 }
 
+TEST_F(EntryOperationsTest, RedirectsLinksWithEscapesAndTheUnescapedOnesOfOlderPages) {
+  Write("R&D 5%.add",
+        "Flags=2\r\nMailArcEntry=R&D 5%.htm\r\nMailArcAdd=R&D 5%.add\r\nEML=Eml\\R&D 5%.eml\r\n");
+  Write("R&D 5%.htm", "href=\"Eml/R&amp;D 5%25.eml\" href=\"Eml/R&D 5%.eml\"");
+  Write("Eml/R&D 5%.eml", "mail");
+  EXPECT_TRUE(Rename("R&D 5%.htm", "A & 1%.htm"));
+  EXPECT_EQ(Read("A & 1%.htm"), "href=\"Eml/A &amp; 1%25.eml\" href=\"Eml/A &amp; 1%25.eml\"");
+  EXPECT_EQ(Read("Eml/A & 1%.eml"), "mail");
+}
+
 TEST_F(EntryOperationsTest, ANameBeyondTheCodePageIsReadBack) {
   WriteMail("");
   EXPECT_TRUE(Rename("x.htm", "Отчёт.htm"));
