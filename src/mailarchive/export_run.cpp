@@ -45,6 +45,7 @@ void RunExport(ExportContext& context, const ExportSelection& selection, std::st
   const ExportOptions& options = context.options;
   if (run.CancelRequested()) return;
   if (options.ClearErrorLog) run.DeleteErrorLog();
+  context.designs.ForgetTexts();
   run::Progress& progress = run.frontEnd().progress;
   run.ResetRunCounters();
   progress.Show(options.Mode == CopyMode::Move ? "Archive/Messages verschieben"
@@ -54,7 +55,7 @@ void RunExport(ExportContext& context, const ExportSelection& selection, std::st
   CommitStore(context);
   if (options.MakeIndex && !options.AnyOnly() && !run.CheckCancel()) {
     IndexContext index{run, context.designs, options.CreateAutorunInf, context.ProgramDirectory};
-    BuildContentIndex(index, targetDirectory, true, true, options.DateIndexSortedUp);
+    BuildContentIndex(index, targetDirectory, true, false, options.DateIndexSortedUp);
   }
   progress.Close();
   run::ShowRunSummary(run, run::RunKind::MailArchiveExport);
@@ -72,6 +73,7 @@ void ExportArchiveTree(ExportContext& context, std::string_view archivePath, std
                          "Das Recht zum Löschen von Archiven fehlt", run::Severity::Error);
     return;
   }
+  context.designs.ForgetTexts();
   ExportWalk(context).ExportTree(archivePath, targetDirectory, isLink, currentArchive.get());
   CommitStore(context);
 }

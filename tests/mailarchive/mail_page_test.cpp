@@ -324,6 +324,35 @@ TEST_F(MailPageTest, FormThatCannotBeOpenedSkipsTheEntry) {
   EXPECT_NE(Log().find("-> " + dir.Path("designs\\Mail.htm")), std::string::npos);
 }
 
+TEST_F(MailPageTest, MissingFormIsLoggedOncePerMessage) {
+  ASSERT_TRUE(files.DeleteFile(dir.Path("designs\\Mail.htm"), false));
+  RunMails(
+      {store.AddMail(*archive, "a").Key, store.AddMail(*archive, "b").Key, store.AddMail(*archive, "c").Key});
+  EXPECT_EQ(run.counters.Errors, 3);
+  EXPECT_EQ(run.counters.Mails, 0);
+  EXPECT_EQ(run.counters.Entries, 3);
+  EXPECT_EQ(Split(Log(), "\r\n").size(), 4U);  // three lines and what follows the last end
+}
+
+TEST_F(MailPageTest, FormThatLacksAVariableShowsNothingOfIt) {
+  WriteForm("Mail.htm", "S[%VELMORA_SUBJECT%]");
+  options.SaveAttachments = true;
+  test::FakeMail& mail = store.AddMail(*archive, "x");
+  mail.Text = "Text";
+  mail.Attachments = {{"a.txt", "A"}};
+  RunMail(mail);
+  EXPECT_EQ(ReadTarget("x.htm"), "S[x]");
+  EXPECT_EQ(ReadTarget("Attachments\\a.txt"), "A");
+  EXPECT_EQ(Log(), "");
+}
+
+TEST_F(MailPageTest, FormEditedBetweenTwoRunsIsReadAnew) {
+  RunMail(store.AddMail(*archive, "a"));
+  WriteForm("Mail.htm", "neu");
+  RunMail(store.AddMail(*archive, "b"));
+  EXPECT_EQ(ReadTarget("b.htm"), "neu");
+}
+
 TEST_F(MailPageTest, PageThatCannotBeWrittenIsLoggedAndNotCounted) {
   faulty.FailingPart = "x.htm";
   RunMail(store.AddMail(*archive, "x"));

@@ -2,7 +2,6 @@
 #include <iterator>
 #include <utility>
 
-#include "base/code_page.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "mailarchive/format/forms.h"
@@ -47,20 +46,20 @@ std::optional<std::string> TakeFormName(std::string_view& rest) {
     const auto line = TakeLine(rest);
     if (!line) break;
     const auto pair = SplitKeyValue(*line);
-    if (pair && EqualsFold(pair->Key, "form") && !pair->Value.empty()) return FromCodePage(pair->Value);
+    if (pair && EqualsFold(pair->Key, "form") && !pair->Value.empty()) return std::string(pair->Value);
   }
   return std::nullopt;
 }
 
 // The list of pictures behind the section's head. Nothing when there is no such section.
-std::optional<std::string> FindPictures(std::string_view bytes, const Section& section) {
-  while (const auto line = TakeLine(bytes)) {
+std::optional<std::string> FindPictures(std::string_view text, const Section& section) {
+  while (const auto line = TakeLine(text)) {
     if (!IsHead(*line, section)) continue;
     std::string pictures;
     for (int count = 0; count < PictureKeyLines; ++count) {
-      const auto pair = SplitKeyValue(TakeLine(bytes).value_or(""));
+      const auto pair = SplitKeyValue(TakeLine(text).value_or(""));
       if (pair && (EqualsFold(pair->Key, "pictures") || EqualsFold(pair->Key, "files"))) {
-        pictures = FromCodePage(pair->Value);
+        pictures = pair->Value;
       }
     }
     return pictures;
@@ -91,13 +90,13 @@ DesignSet::DesignSet(platform::FileSystem& fileSystem, std::string designPath, s
 
 bool DesignSet::LoadDesignSet() {
   texts_.clear();
-  const auto bytes = ReadTextFile(fileSystem_, DesignFile());
-  if (!bytes) {
+  const auto text = ReadDesignFile();
+  if (!text) {
     names_ = DefaultNames();
     return false;
   }
   bool anyForm = false;
-  std::string_view rest = *bytes;
+  std::string_view rest = *text;
   while (const auto line = TakeLine(rest)) {
     const auto* section =
         std::ranges::find_if(Sections, [&](const Section& candidate) { return IsHead(*line, candidate); });
@@ -112,13 +111,17 @@ bool DesignSet::LoadDesignSet() {
 
 std::string DesignSet::FormPath(Form form) const { return JoinPath(designPath_, FormName(form)); }
 
-std::string DesignSet::DesignFile() const { return JoinPath(designPath_, designName_ + ".ini"); }
+std::optional<std::string> DesignSet::ReadDesignFile() const {
+  const auto bytes = ReadTextFile(fileSystem_, JoinPath(designPath_, designName_ + ".ini"));
+  if (!bytes) return std::nullopt;
+  return DecodeEditedFile(*bytes);
+}
 
 bool DesignSet::LoadDesignForm(Form form, std::string_view targetDirectory) {
   if (form > LastPageForm) return false;
-  const auto bytes = ReadTextFile(fileSystem_, DesignFile());
-  if (!bytes) return false;
-  const auto pictures = FindPictures(*bytes, Sections[static_cast<std::size_t>(form)]);
+  const auto text = ReadDesignFile();
+  if (!text) return false;
+  const auto pictures = FindPictures(*text, Sections[static_cast<std::size_t>(form)]);
   if (!pictures) return false;
 
   bool allCopied = true;
@@ -138,7 +141,7 @@ Result<std::string_view> DesignSet::FormText(Form form) {
   if (text == texts_.end()) {
     auto bytes = fileSystem_.ReadFile(FormPath(form));
     if (!bytes) return Fail(std::move(bytes.error()));
-    text = texts_.emplace(form, FromCodePage(*bytes)).first;
+    text = texts_.emplace(form, DecodeEditedFile(*bytes)).first;
   }
   return text->second;
 }

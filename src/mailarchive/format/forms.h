@@ -44,12 +44,15 @@ class DesignSet {
   // Copies the pictures of a form (index 0 to 6) into a target directory. True when the section was found and
   // all its files were copied; a picture missing from the design directory is skipped without failing.
   bool LoadDesignForm(Form form, std::string_view targetDirectory);
-  // The text of a form as UTF-8 (the file is Windows-1252); a good one is read once, until LoadDesignSet runs
-  // again.
+  // The text of a form as UTF-8 (the file is Windows-1252, or UTF-8 where an editor has put its mark at the
+  // beginning); a good one is read once, until ForgetTexts or LoadDesignSet.
   Result<std::string_view> FormText(Form form);
+  // A run begins: a form that was edited since the last one is read anew.
+  void ForgetTexts() { texts_.clear(); }
 
  private:
-  std::string DesignFile() const;
+  // The design file's text; nothing when it cannot be opened.
+  std::optional<std::string> ReadDesignFile() const;
 
   platform::FileSystem& fileSystem_;
   std::string designPath_, designName_;

@@ -29,6 +29,12 @@ Result<std::string> ReadTextFile(platform::FileSystem& fileSystem, std::string_v
   return bytes;
 }
 
+std::string DecodeEditedFile(std::string_view bytes) {
+  constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+  if (!bytes.starts_with(Utf8Mark)) return FromCodePage(bytes);
+  return MakeValidUtf8(bytes.substr(Utf8Mark.size()));
+}
+
 std::optional<std::string_view> TakeLine(std::string_view& rest) {
   if (rest.empty()) return std::nullopt;
   const auto lineEnd = rest.find('\n');

@@ -18,6 +18,10 @@ inline constexpr std::size_t TextFileLimit = 4 * 1024 * 1024;
 // The bytes of a file; of a longer one the whole lines within the first TextFileLimit bytes.
 Result<std::string> ReadTextFile(platform::FileSystem& fileSystem, std::string_view path);
 
+// The text of a file that users edit: Windows-1252, or UTF-8 without its mark where an editor has put one at
+// the beginning.
+std::string DecodeEditedFile(std::string_view bytes);
+
 // Takes the next line off `rest`, without its CR LF or LF. Nothing at the end.
 std::optional<std::string_view> TakeLine(std::string_view& rest);
 

@@ -156,5 +156,29 @@ TEST_F(DesignSetTest, ReadsAFormOncePerRun) {
   EXPECT_EQ(designs.FormText(Form::Mail).value(), "two");
 }
 
+TEST_F(DesignSetTest, ReadsAFormAnewWhenARunBegins) {
+  Write("designs/StdVelmoraMailForm.htm", "one");
+  EXPECT_EQ(Designs.FormText(Form::Mail).value(), "one");
+  Write("designs/StdVelmoraMailForm.htm", "two");
+  Designs.ForgetTexts();
+  EXPECT_EQ(Designs.FormText(Form::Mail).value(), "two");
+}
+
+TEST_F(DesignSetTest, AFormMayHaveLineEndsAndEncodingOfAnyEditor) {
+  Write("designs/StdVelmoraMailForm.htm", "\xEF\xBB\xBFGrüße\n€ \xFF");
+  EXPECT_EQ(Designs.FormText(Form::Mail).value(), "Grüße\n€ \uFFFD");
+  Write("designs/StdVelmoraFaxForm.htm", "");
+  EXPECT_EQ(Designs.FormText(Form::Fax).value(), "");
+}
+
+TEST_F(DesignSetTest, ADesignFileMayHaveLineEndsAndEncodingOfAnyEditor) {
+  Write("designs/Standard.ini", "\xEF\xBB\xBF[Messages]\nform=mü.htm\npictures=ö.gif\n");
+  Write("designs/ö.gif", "O");
+  EXPECT_TRUE(Designs.LoadDesignSet());
+  EXPECT_EQ(Designs.FormName(Form::Mail), "mü.htm");
+  EXPECT_TRUE(Designs.LoadDesignForm(Form::Mail, Target));
+  EXPECT_EQ(Read("target/ö.gif"), "O");
+}
+
 }  // namespace
 }  // namespace velmora::mailarchive
