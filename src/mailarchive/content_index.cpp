@@ -24,10 +24,11 @@ bool IsIndexName(std::string_view name) {
 }
 
 // Page and descriptor make an entry; a page without one stays out.
-std::vector<IndexRow> CollectIndexEntries(platform::FileSystem& fileSystem, const std::string& directory) {
+Result<std::vector<IndexRow>> CollectIndexEntries(platform::FileSystem& fileSystem,
+                                                  const std::string& directory) {
   std::vector<IndexRow> rows;
   auto pages = fileSystem.List(directory, "*.htm", platform::ListWhat::Files);
-  if (!pages) return rows;
+  if (!pages) return Fail(std::move(pages.error()));
   for (platform::FileEntry& page : *pages) {
     if (IsIndexName(page.Name)) continue;
     auto fields = ReadIndexFields(fileSystem, directory, page.Name);
@@ -39,15 +40,18 @@ std::vector<IndexRow> CollectIndexEntries(platform::FileSystem& fileSystem, cons
 }
 
 // Every folder whose marker can be read, by its directory name; component folders have nothing to read.
-std::vector<IndexFolder> CollectIndexFolders(platform::FileSystem& fileSystem, const std::string& directory) {
-  const auto entries = fileSystem.List(directory, "*.*", platform::ListWhat::Folders);
-  if (!entries) return {};
+Result<std::vector<IndexFolder>> CollectIndexFolders(platform::FileSystem& fileSystem,
+                                                     const std::string& directory) {
+  auto entries = fileSystem.List(directory, "*.*", platform::ListWhat::Folders);
+  if (!entries) return Fail(std::move(entries.error()));
   std::vector<IndexFolder> found;
   std::vector<std::string> keys;
   for (const platform::FileEntry& entry : *entries) {
     auto marker = ReadArcDescriptor(fileSystem, JoinPath(directory, entry.Name));
     if (!marker) continue;
-    found.push_back({entry.Name, std::move(marker->ArchiveDisplayName)});
+    // A link without a text could not be clicked.
+    std::string text = marker->ArchiveDisplayName.empty() ? entry.Name : marker->ArchiveDisplayName;
+    found.push_back({entry.Name, std::move(text)});
     keys.push_back(ToLower(entry.Name));
   }
   std::vector<IndexFolder> folders;
@@ -93,11 +97,17 @@ void IndexDirectory(IndexContext& context, const std::string& directory, bool sh
   platform::FileSystem& fileSystem = context.run.fileSystem();
   const MailArcKind kind = GetMailArcKind(fileSystem, directory);
   if (kind != MailArcKind::Root && kind != MailArcKind::Sub) return;
+  auto rows = CollectIndexEntries(fileSystem, directory);
+  auto folders = CollectIndexFolders(fileSystem, directory);
+  if (!rows || !folders) {
+    // A directory that cannot be read is not an emptied one: what stands there stays.
+    return context.run.LogError(directory, rows ? folders.error() : rows.error());
+  }
   IndexContent content;
   content.Directory = directory;
   content.IsRoot = kind == MailArcKind::Root;
-  content.Rows = CollectIndexEntries(fileSystem, directory);
-  content.Folders = CollectIndexFolders(fileSystem, directory);
+  content.Rows = *std::move(rows);
+  content.Folders = *std::move(folders);
   if (content.Rows.empty() && content.Folders.empty()) {
     RemoveIndexes(fileSystem, directory);
   } else {
@@ -131,6 +141,7 @@ void IndexTree(IndexContext& context, const std::string& directory, bool recursi
 
 void BuildContentIndex(IndexContext& context, std::string_view directory, bool recursive, bool showProgress,
                        bool dateSortedUp) {
+  context.designs.ForgetTexts();
   IndexTree(context, StripBackslash(directory), recursive, showProgress, dateSortedUp, 0);
   if (context.run.fileSystem().FileExists(JoinPath(directory, DateIndexName))) {
     WriteAutorunInf(context, directory);

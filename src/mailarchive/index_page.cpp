@@ -76,8 +76,8 @@ void WriteRows(html::ReportWriter& writer, run::Run& run, const IndexContent& co
     if (showProgress) {
       ++run.counters.Messages;
       run.frontEnd().progress.SetItemText(row.Subject);
-      (void)run.frontEnd().progress.Pump();  // an index that was begun is finished
     }
+    (void)run.frontEnd().progress.Pump();  // keeps the window alive; an index that was begun is finished
   }
   writer.CloseReportTable();
 }

@@ -130,6 +130,29 @@ TEST_F(ContentIndexTest, EmptiedDirectoryLosesItsIndexesAndItsMarker) {
   EXPECT_EQ(files.List(dir.Path("target"), "*", platform::ListWhat::All)->size(), 0U);
 }
 
+TEST_F(ContentIndexTest, DirectoryThatCannotBeReadKeepsItsIndexAndItsMarker) {
+  Mark("", MailArcKind::Sub, {});
+  AddEntry("a.htm", "x");
+  Index();
+  const Strings before = Names();
+  for (const char* mask : {"*.htm", "*.*"}) {
+    faulty.FailingMask = mask;
+    Index("", false);
+    EXPECT_EQ(Names(), before);
+    EXPECT_TRUE(HasTarget("VelmoraSubArc.vla"));
+    EXPECT_EQ(Links("index.html"), Strings{"a.htm"});
+  }
+  EXPECT_EQ(run.counters.Errors, 2);
+}
+
+TEST_F(ContentIndexTest, ArchiveWithoutADisplayNameIsLinkedByItsDirectory) {
+  Mark("", MailArcKind::Root, {});
+  Mark("OLD", MailArcKind::Sub, {});
+  AddEntry("OLD\\x.htm", "x");
+  Index();
+  EXPECT_NE(ReadTarget("index.html").find("<a href=\"OLD/index.html\">OLD</a>"), std::string::npos);
+}
+
 TEST_F(ContentIndexTest, ParentDoesNotLinkToAChildThatWasEmptied) {
   Mark("", MailArcKind::Root, {});
   Mark("leer", MailArcKind::Sub, {});

@@ -28,14 +28,20 @@ class FixedClock final : public platform::Clock {
   std::int64_t SteadyMilliseconds() override { return 0; }
 };
 
-// Refuses to make files whose path holds a given part.
+// Refuses to make files whose path holds a given part, and to list by a given mask.
 class FaultyFileSystem final : public test::ForwardingFileSystem {
  public:
   explicit FaultyFileSystem(platform::FileSystem& target) : ForwardingFileSystem(target) {}
 
   std::string FailingPart;  // "" for none
   int FailingNumber = platform::file_error::DiskFull;
+  std::string FailingMask;  // "" for none
 
+  Result<std::vector<platform::FileEntry>> List(std::string_view folder, std::string_view mask,
+                                                platform::ListWhat what) override {
+    if (!FailingMask.empty() && mask == FailingMask) return Failure();
+    return ForwardingFileSystem::List(folder, mask, what);
+  }
   Status WriteFile(std::string_view path, std::string_view bytes,
                    const platform::WriteOptions& options) override {
     if (Fails(path)) return Failure();
@@ -55,7 +61,9 @@ class FaultyFileSystem final : public test::ForwardingFileSystem {
   bool Fails(std::string_view path) const {
     return !FailingPart.empty() && path.find(FailingPart) != std::string_view::npos;
   }
-  Status Failure() const { return Fail(FailingNumber, platform::FileErrorText(FailingNumber)); }
+  tl::unexpected<Error> Failure() const {
+    return Fail(FailingNumber, platform::FileErrorText(FailingNumber));
+  }
 };
 
 class ExportTest : public testing::Test {
