@@ -18,19 +18,42 @@ constexpr std::string_view Nameless = "Anhang";
 constexpr std::array<std::string_view, 5> NamesBesidePages = {"index.html", "index2.html", "index3.html",
                                                               "autorun.inf", "shellexec.exe"};
 
+// Room for the number of a name that is taken, below the 255 bytes that a file name can have.
+constexpr std::size_t LongestName = 200;
+constexpr std::size_t LongestExtension = 32;
+
+// Descriptors are found by their extension; one that came with a message could name any file of the
+// directory.
+constexpr std::string_view DescriptorExtension = ".add";
+
 bool CanStandInFileName(std::string_view text) {
   return text.find_first_of(R"(/\:*?"<>|)") == std::string_view::npos &&
          BlankControlCharacters(text) == text && IsValidUtf8(text);
 }
 
-std::string SafeExtension(std::string_view extension) {
-  if (!CanStandInFileName(extension)) return SanitizeFileName(MakeValidUtf8(extension), true);
-  return FromCodePage(ToCodePage(extension, Unmappable::Underscore));
+// As it stands, as far as a file name can hold it.
+std::string SafeCharacters(std::string_view text) {
+  if (!CanStandInFileName(text)) return SanitizeFileName(MakeValidUtf8(text), true);
+  return FromCodePage(ToCodePage(text, Unmappable::Underscore));
 }
 
 std::string OrNameless(std::string name) {
   const bool empty = name.find_first_not_of(" .") == std::string::npos;
   return empty ? std::string(Nameless) : name;
+}
+
+// A name too long for a file loses characters ahead of its extension.
+std::string Shorten(std::string name) {
+  if (name.size() <= LongestName) return name;
+  const std::size_t point = name.rfind('.');
+  const bool keepsExtension = point != std::string::npos && name.size() - point <= LongestExtension;
+  const std::string extension = keepsExtension ? name.substr(point) : "";
+  std::size_t end = 0;
+  for (std::size_t position = 0; position <= LongestName - extension.size();) {
+    end = position;
+    (void)NextCharacter(name, position);  // only its length counts
+  }
+  return name.substr(0, end) + extension;
 }
 
 bool IsMarkerName(std::string_view name) {
@@ -49,18 +72,22 @@ bool IsNameBesidePages(std::string_view name) {
 std::string AttachmentFileName(std::string_view name, std::string_view previous) {
   const std::size_t point = name.rfind('.');
   if (point == std::string_view::npos) {
-    return previous.empty() ? OrNameless(SanitizeFileName(name, true)) : std::string(previous);
+    return previous.empty() ? Shorten(OrNameless(SanitizeFileName(name, true))) : std::string(previous);
   }
-  return OrNameless(SanitizeFileName(name.substr(0, point), true) + "." +
-                    SafeExtension(name.substr(point + 1)));
+  return Shorten(OrNameless(SanitizeFileName(name.substr(0, point), true) + "." +
+                            SafeCharacters(name.substr(point + 1))));
 }
 
 std::string PlainAttachmentFileName(std::string_view name) {
   const bool usable = CanStandInFileName(name) && name.find_first_not_of(" .") != std::string_view::npos;
-  return usable ? std::string(name) : AttachmentFileName(name, "");
+  return usable ? Shorten(SafeCharacters(name)) : AttachmentFileName(name, "");
 }
 
 std::string AvoidReservedName(std::string_view name, bool besidePages) {
+  if (besidePages && name.size() >= DescriptorExtension.size() &&
+      EqualsFold(name.substr(name.size() - DescriptorExtension.size()), DescriptorExtension)) {
+    return std::string(name) + "_";
+  }
   if (!IsMarkerName(name) && !(besidePages && IsNameBesidePages(name))) return std::string(name);
   const std::size_t point = std::min(name.find('.'), name.size());
   return std::string(name.substr(0, point)) + "1" + std::string(name.substr(point));

@@ -1,5 +1,8 @@
 #include "mailarchive/export_walk.h"
 
+#include <algorithm>
+#include <array>
+
 #include "base/paths.h"
 #include "base/text.h"
 #include "mailarchive/format/file_names.h"
@@ -7,6 +10,24 @@
 #include "store/errors.h"
 
 namespace velmora::mailarchive {
+
+namespace {
+
+constexpr std::array ComponentFolders = {
+    &ExportOptions::AttachmentFolder, &ExportOptions::HtmlMailFolder, &ExportOptions::FaxFolder,
+    &ExportOptions::EmlFolder,        &ExportOptions::VcfFolder,      &ExportOptions::VoiceMailFolder,
+    &ExportOptions::CommentFolder,
+};
+
+// Folders of components lie between the directories of sub archives. An archive of such a name would put its
+// messages where no index looks for them.
+bool IsComponentFolder(const ExportOptions& options, std::string_view name) {
+  return options.SeparateAttachmentsFolder && std::ranges::any_of(ComponentFolders, [&](auto folder) {
+           return EqualsFold(options.*folder, name);
+         });
+}
+
+}  // namespace
 
 ExportWalk::ExportWalk(const ExportContext& context) : context_(context), messages_(context) {}
 
@@ -92,6 +113,7 @@ std::string ExportWalk::MakeDirectory(store::DvArchive& archive, std::string_vie
   if (Trim(name).empty()) {
     name = SanitizeFileName(FileNameOf(StripBackslash(NormalizePath(archive.ID()))), false);
   }
+  while (IsComponentFolder(context_.options, name)) name += '1';
   const std::string directory = JoinPath(targetDirectory, name);
   // Without a directory each entry logs its own failure, and an existing one is as good.
   (void)context_.run.fileSystem().CreateFolder(directory);

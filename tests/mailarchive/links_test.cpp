@@ -43,6 +43,7 @@ TEST(PlainAttachmentFileNameTest, KeepsWhatAFileCanBear) {
   EXPECT_EQ(PlainAttachmentFileName("..\\a.txt"), "__-a.txt");
   EXPECT_EQ(PlainAttachmentFileName("C:a.txt"), "C-a.txt");
   EXPECT_EQ(PlainAttachmentFileName(".."), "_.");
+  EXPECT_EQ(PlainAttachmentFileName("отчёт.pdf"), "_____.pdf");
 }
 
 TEST(AvoidReservedNameTest, MarkersAnywhereIndexesBesidePages) {
@@ -51,6 +52,8 @@ TEST(AvoidReservedNameTest, MarkersAnywhereIndexesBesidePages) {
   EXPECT_EQ(AvoidReservedName("index2.html", false), "index2.html");
   EXPECT_EQ(AvoidReservedName("index2.html", true), "index21.html");
   EXPECT_EQ(AvoidReservedName("a.txt", true), "a.txt");
+  EXPECT_EQ(AvoidReservedName("a.ADD", true), "a.ADD_");
+  EXPECT_EQ(AvoidReservedName("a.add", false), "a.add");
 }
 
 TEST(InlineReferencesTest, EveryOccurrenceOfEveryPart) {

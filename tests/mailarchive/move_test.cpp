@@ -78,6 +78,26 @@ TEST_F(MoveTest, EntryStaysWhenItsHtmlBodyFails) {
   EXPECT_EQ(store.Deletions, Strings{});
 }
 
+// Whatever the disk has no room for any more: the entry stays, and the log has one line that names the file.
+TEST_F(MoveTest, EntryStaysWhicheverFileTheDiskHasNoRoomFor) {
+  options.SaveAttachments = options.SaveOriginals = options.SaveSmtpHeader = options.SaveComments = true;
+  for (const std::string file : {"Attachments\\a.txt", "Eml\\x.eml", "Eml\\x.smtp", "Comments\\x.txt",
+                                 "HTMLMails\\x.htm", "x_inf.htm", "x_inf.add"}) {
+    ASSERT_TRUE(files.DeleteFolder(dir.Path("target"), true));
+    ASSERT_TRUE(files.CreateFolder(dir.Path("target")));
+    test::FakeMail& mail = AddMail("x");
+    mail.Html = "<html>";
+    mail.Fields[store::tag::SmtpHeader] = std::string("Kopf");
+    faulty.FailingPart = "target\\" + file;
+    RunMail(mail);
+    faulty.FailingPart.clear();
+    EXPECT_EQ(store.Deletions, Strings{}) << file;
+    EXPECT_EQ(run.counters.Errors, 1) << file;
+    EXPECT_TRUE(Log().ends_with(" Fehler: 61 - Datentr\xE4ger voll -> " + Target(file) + "\r\n")) << Log();
+    EXPECT_FALSE(HasTarget(file));
+  }
+}
+
 TEST_F(MoveTest, EntryStaysAndIsLoggedWhenItsOriginalFails) {
   options.SaveOriginals = true;
   test::FakeMail& mail = AddMail("x");

@@ -62,10 +62,10 @@ TEST_F(NameClashTest, AttachmentTakesThePagesNameWithoutSeparateFolders) {
   options.SeparateAttachmentsFolder = false;
   options.SaveAttachments = true;
   test::FakeMail& mail = AddPlain("Bericht", "Text");
-  mail.Attachments = {{"Bericht.htm", "fremd"}, {"Bericht1.add", "auch fremd"}};
+  mail.Attachments = {{"Bericht.htm", "fremd"}, {"Bericht1.htm", "auch fremd"}};
   RunMail(mail);
   EXPECT_EQ(ReadTarget("Bericht.htm"), "fremd");
-  EXPECT_EQ(ReadTarget("Bericht1.add"), "auch fremd");
+  EXPECT_EQ(ReadTarget("Bericht1.htm"), "auch fremd");
   EXPECT_EQ(Value("Bericht2.add", "MailArcEntry"), "Bericht2.htm");
   EXPECT_EQ(Part("Bericht2.htm", "C"), "Text");
 }
