@@ -58,6 +58,9 @@ void BatchRun::SendMail(const Replacements& bodyValues, std::string_view attachm
   if (!sent) {
     LogStoreFailure(fmt::format("Ergebnismail an \"{}\"", file_.Mail.To), sent.error());
   }
+  if (const auto warning = context_.session.Account->TakeWarning()) {
+    context_.run.LogError("Serverprotokoll", *warning, run::Severity::Warning);
+  }
 }
 
 }  // namespace velmora::startup

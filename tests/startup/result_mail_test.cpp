@@ -121,6 +121,18 @@ TEST_F(ResultMailTest, AMailThatNobodyTakesIsAnErrorOfTheRun) {
       << Log();
 }
 
+TEST_F(ResultMailTest, ADamagedSendLogIsAWarningAndTheMailIsSent) {
+  StartSession();
+  MakeArchive("Projekte");
+  directory.WriteHostFile("store/code/david.log", std::string(5000, 'x'));
+  RunControlLines(context(),
+                  "command=archivecopymove\nsrcarchive=/Archive/Projekte\ndstdirectory=" +
+                      directory.Path("target") + "\nmakeidx=n\nsendmail=y\nmailto=anna@example.org\n",
+                  "x");
+  EXPECT_EQ(Sent().size(), 1U);
+  EXPECT_NE(Log().find("Warnung: 1006 - Das Protokoll ist nicht zu schreiben"), std::string::npos) << Log();
+}
+
 TEST_F(ResultMailTest, AMailThatCannotBeSentIsAnErrorOfTheRun) {
   StartSession();
   MakeArchive("Projekte");

@@ -90,6 +90,14 @@ struct OtherField {
 inline constexpr std::array<FieldTag, 4> TextTags = {tag::HtmlText, tag::SmtpHeader, tag::Comment,
                                                      tag::PlainText};
 
+// What an entry has beside its row; of the big texts only which there are.
+struct EntryParts {
+  std::vector<RecipientRecord> Recipients;
+  std::vector<AttachmentRecord> Attachments;
+  std::vector<OtherField> Others;
+  std::vector<FieldTag> Texts;
+};
+
 // The whole of an entry, as it is inserted and copied.
 struct EntryRecord {
   EntryRow Row;

@@ -65,24 +65,16 @@ Result<EntryRow> EntryStore::ReadRow(std::string_view directory, EntryKey key) {
   return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadRow(key); });
 }
 
-Result<bool> EntryStore::HasText(std::string_view directory, EntryKey key, FieldTag tag) {
-  return ReadFrom(directory, key, [=](MessageDatabase& database) { return database.HasText(key, tag); });
+Result<EntryParts> EntryStore::ReadParts(std::string_view directory, EntryKey key) {
+  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadParts(key); });
 }
 
-Result<std::string> EntryStore::ReadText(std::string_view directory, EntryKey key, FieldTag tag) {
-  return ReadFrom(directory, key, [=](MessageDatabase& database) { return database.ReadText(key, tag); });
+Result<std::pair<EntryRow, EntryParts>> EntryStore::ReadEntry(std::string_view directory, EntryKey key) {
+  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadEntry(key); });
 }
 
-Result<std::vector<RecipientRecord>> EntryStore::ReadRecipients(std::string_view directory, EntryKey key) {
-  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadRecipients(key); });
-}
-
-Result<std::vector<AttachmentRecord>> EntryStore::ReadAttachments(std::string_view directory, EntryKey key) {
-  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadAttachments(key); });
-}
-
-Result<std::vector<OtherField>> EntryStore::ReadOthers(std::string_view directory, EntryKey key) {
-  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadOthers(key); });
+Result<std::map<FieldTag, std::string>> EntryStore::ReadTexts(std::string_view directory, EntryKey key) {
+  return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadTexts(key); });
 }
 
 template <typename Write>

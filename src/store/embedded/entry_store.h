@@ -41,11 +41,10 @@ class EntryStore {
   Result<int> Count(std::string_view directory);
   Result<std::vector<EntryKey>> Keys(std::string_view directory, std::uint32_t filter, EntryOrder order);
   Result<EntryRow> ReadRow(std::string_view directory, EntryKey key);
-  Result<bool> HasText(std::string_view directory, EntryKey key, FieldTag tag);
-  Result<std::string> ReadText(std::string_view directory, EntryKey key, FieldTag tag);
-  Result<std::vector<RecipientRecord>> ReadRecipients(std::string_view directory, EntryKey key);
-  Result<std::vector<AttachmentRecord>> ReadAttachments(std::string_view directory, EntryKey key);
-  Result<std::vector<OtherField>> ReadOthers(std::string_view directory, EntryKey key);
+  Result<EntryParts> ReadParts(std::string_view directory, EntryKey key);
+  // Both at once, which costs little more than the row alone.
+  Result<std::pair<EntryRow, EntryParts>> ReadEntry(std::string_view directory, EntryKey key);
+  Result<std::map<FieldTag, std::string>> ReadTexts(std::string_view directory, EntryKey key);
 
   // --- Writing. ---
   // Gives the record its key. A mail's source becomes content file 1.

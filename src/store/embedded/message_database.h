@@ -4,10 +4,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "base/result.h"
@@ -43,11 +45,11 @@ class MessageDatabase {
   Result<std::vector<EntryKey>> KeysWithContent();  // that have a content file
   Result<EntryKey> HighestKeyEver();
   Result<EntryRow> ReadRow(EntryKey key);
-  Result<bool> HasText(EntryKey key, FieldTag tag);
-  Result<std::string> ReadText(EntryKey key, FieldTag tag);
-  Result<std::vector<RecipientRecord>> ReadRecipients(EntryKey key);
   Result<std::vector<AttachmentRecord>> ReadAttachments(EntryKey key);
-  Result<std::vector<OtherField>> ReadOthers(EntryKey key);
+  Result<std::map<FieldTag, std::string>> ReadTexts(EntryKey key);
+  // Each of these reads its pieces under one lock, as they stand at one moment.
+  Result<EntryParts> ReadParts(EntryKey key);
+  Result<std::pair<EntryRow, EntryParts>> ReadEntry(EntryKey key);
   Result<EntryRecord> ReadRecord(EntryKey key);
   // The first finding of SQLite's own check, "" when all is sound.
   Result<std::string> CheckIntegrity();
@@ -79,6 +81,11 @@ class MessageDatabase {
   Status Execute(const char* sql);
   Result<std::int64_t> Number(const char* sql);
   Result<std::vector<EntryKey>> ReadKeys(const char* sql);
+  Result<std::vector<RecipientRecord>> ReadRecipients(EntryKey key);
+  Result<std::vector<OtherField>> ReadOthers(EntryKey key);
+  Result<std::vector<FieldTag>> ReadTextTags(EntryKey key);
+  template <typename Read>
+  auto InOneReading(Read read) -> decltype(read());
   Status MakeTables();
   Status WriteRow(const char* sql, const EntryRow& row);
   Status InsertRecipients(EntryKey key, const std::vector<RecipientRecord>& recipients);

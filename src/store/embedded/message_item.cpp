@@ -40,6 +40,11 @@ FieldValue ToColumn(FieldValue value, ColumnKind kind) {
 MessageItem::MessageItem(EntryStore& store, std::string directory, EntryRow row)
     : store_(store), directory_(std::move(directory)), row_(std::move(row)) {}
 
+MessageItem::MessageItem(EntryStore& store, std::string directory, EntryRow row, EntryParts parts)
+    : MessageItem(store, std::move(directory), std::move(row)) {
+  Accept(std::move(parts));
+}
+
 MessageItem::~MessageItem() = default;
 
 std::unique_ptr<MessageItem> MessageItem::MakeDraft(EntryStore& store, std::string directory, int type) {
@@ -90,14 +95,17 @@ Status MessageItem::CopyTo(DvArchive& target, bool move) {
 Status MessageItem::Update() {
   if (isDraft_) return InsertDraft();
   const auto updated = store_.Update(directory_, row_.Key, changes_);
-  if (updated) changes_ = {};
-  return updated;
+  if (!updated) return updated;
+  changes_ = {};
+  ForgetTexts();
+  return {};
 }
 
 Status MessageItem::UpdateField(FieldTag tag) {
   if (isDraft_) return InsertDraft();
   EntryChanges only = TakeChangesOf(tag);
   const auto updated = store_.Update(directory_, row_.Key, only);
+  ForgetTexts();
   if (updated) return {};
   // What could not be written is still to be written.
   changes_.Columns.merge(only.Columns);
@@ -138,23 +146,32 @@ void MessageItem::SetValue(Column column, FieldValue value) {
 
 Result<std::string> MessageItem::Text(FieldTag tag) {
   if (const auto changed = changes_.Texts.find(tag); changed != changes_.Texts.end()) return changed->second;
-  return isDraft_ ? Result<std::string>() : store_.ReadText(directory_, row_.Key, tag);
+  if (isDraft_ || (textTags_ && std::ranges::find(*textTags_, tag) == textTags_->end())) return std::string();
+  if (!texts_) {
+    auto texts = store_.ReadTexts(directory_, row_.Key);
+    if (!texts) return Fail(texts.error());
+    texts_ = std::move(*texts);
+  }
+  const auto found = texts_->find(tag);
+  return found == texts_->end() ? std::string() : found->second;
 }
 
 Result<bool> MessageItem::HasText(FieldTag tag) {
   if (const auto changed = changes_.Texts.find(tag); changed != changes_.Texts.end()) {
     return !changed->second.empty();
   }
-  return isDraft_ ? Result<bool>(false) : store_.HasText(directory_, row_.Key, tag);
+  if (isDraft_) return false;
+  if (!textTags_) {
+    if (const auto loaded = LoadParts(); !loaded) return Fail(loaded.error());
+  }
+  return std::ranges::find(*textTags_, tag) != textTags_->end();
 }
 
 void MessageItem::SetText(FieldTag tag, std::string text) { changes_.Texts[tag] = MakeValidUtf8(text); }
 
 Result<std::vector<RecipientRecord>> MessageItem::Recipients() {
   if (!recipients_) {
-    auto recipients = store_.ReadRecipients(directory_, row_.Key);
-    if (!recipients) return recipients;
-    recipients_ = std::move(*recipients);
+    if (const auto loaded = LoadParts(); !loaded) return Fail(loaded.error());
   }
   return *recipients_;
 }
@@ -166,9 +183,7 @@ void MessageItem::SetRecipients(std::vector<RecipientRecord> recipients) {
 
 Result<const std::vector<AttachmentRecord>*> MessageItem::AttachmentList() {
   if (!attachments_) {
-    auto attachments = store_.ReadAttachments(directory_, row_.Key);
-    if (!attachments) return Fail(attachments.error());
-    attachments_ = std::move(*attachments);
+    if (const auto loaded = LoadParts(); !loaded) return Fail(loaded.error());
   }
   return &*attachments_;
 }
@@ -193,17 +208,32 @@ Status MessageItem::AddAttachment(std::string_view path, std::uint32_t flags) {
   return {};
 }
 
-Status MessageItem::LoadOthers() {
-  if (others_) return {};
-  auto others = store_.ReadOthers(directory_, row_.Key);
-  if (!others) return Fail(others.error());
-  others_ = std::move(*others);
-  for (const auto& field : changes_.Others) Replace(*others_, field);
+Status MessageItem::LoadParts() {
+  auto parts = store_.ReadParts(directory_, row_.Key);
+  if (!parts) return Fail(parts.error());
+  Accept(std::move(*parts));
   return {};
 }
 
+void MessageItem::Accept(EntryParts parts) {
+  if (!recipients_) recipients_ = std::move(parts.Recipients);
+  if (!attachments_) attachments_ = std::move(parts.Attachments);
+  if (!others_) {
+    others_ = std::move(parts.Others);
+    for (const auto& field : changes_.Others) Replace(*others_, field);
+  }
+  textTags_ = std::move(parts.Texts);
+}
+
+void MessageItem::ForgetTexts() {
+  textTags_.reset();
+  texts_.reset();
+}
+
 Result<FieldValue> MessageItem::OtherValue(bool isUserField, FieldTag tag, std::string_view name) {
-  if (const auto loaded = LoadOthers(); !loaded) return Fail(loaded.error());
+  if (!others_) {
+    if (const auto loaded = LoadParts(); !loaded) return Fail(loaded.error());
+  }
   const auto found = std::ranges::find_if(*others_, [&](const OtherField& field) {
     return field.IsUserField == isUserField && (tag != 0 ? field.Tag == tag : EqualsFold(field.Name, name));
   });
@@ -211,7 +241,9 @@ Result<FieldValue> MessageItem::OtherValue(bool isUserField, FieldTag tag, std::
 }
 
 Result<std::vector<OtherField>> MessageItem::Others(bool isUserField) {
-  if (const auto loaded = LoadOthers(); !loaded) return Fail(loaded.error());
+  if (!others_) {
+    if (const auto loaded = LoadParts(); !loaded) return Fail(loaded.error());
+  }
   std::vector<OtherField> fields;
   std::ranges::copy_if(*others_, std::back_inserter(fields), [&](const OtherField& field) {
     return field.IsUserField == isUserField && !std::holds_alternative<std::monostate>(field.Value);

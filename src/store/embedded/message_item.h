@@ -2,6 +2,7 @@
 // writing (a draft) stands in memory only until its first Update. An item must not outlive its store.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,8 +17,9 @@ namespace velmora::store::embedded {
 
 class MessageItem : public DvItem {
  public:
-  // An entry of the store.
+  // An entry of the store; what is not given is read when it is asked for.
   MessageItem(EntryStore& store, std::string directory, EntryRow row);
+  MessageItem(EntryStore& store, std::string directory, EntryRow row, EntryParts parts);
   // A draft of that type for the directory.
   static std::unique_ptr<MessageItem> MakeDraft(EntryStore& store, std::string directory, int type);
   ~MessageItem() override;
@@ -61,7 +63,10 @@ class MessageItem : public DvItem {
   Status InsertDraft();
   // What is to be written of one field, taken out of the changes.
   EntryChanges TakeChangesOf(FieldTag tag);
-  Status LoadOthers();
+  Status LoadParts();
+  void Accept(EntryParts parts);
+  // Big texts as they were read are no longer those of the entry.
+  void ForgetTexts();
 
   EntryStore& store_;
   std::string directory_;
@@ -71,6 +76,8 @@ class MessageItem : public DvItem {
   std::optional<std::vector<RecipientRecord>> recipients_;
   std::optional<std::vector<AttachmentRecord>> attachments_;
   std::optional<std::vector<OtherField>> others_;
+  std::optional<std::vector<FieldTag>> textTags_;  // which big texts there are
+  std::optional<std::map<FieldTag, std::string>> texts_;
   std::vector<ComposedPart> draftParts_;
   std::unique_ptr<DvFields> fields_, userFields_;
   std::unique_ptr<DvAttachments> attachmentView_;

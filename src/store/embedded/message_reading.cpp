@@ -121,18 +121,30 @@ Result<EntryRow> MessageDatabase::ReadRow(EntryKey key) {
   return row;
 }
 
-Result<bool> MessageDatabase::HasText(EntryKey key, FieldTag tag) {
-  auto query = Prepare("SELECT 1 FROM texts WHERE entry = ? AND tag = ?");
+Result<std::map<FieldTag, std::string>> MessageDatabase::ReadTexts(EntryKey key) {
+  auto query = Prepare("SELECT tag, value FROM texts WHERE entry = ?");
   if (!query) return Fail(query.error());
-  return query->With(key, tag).Step();
+  query->With(key);
+  std::map<FieldTag, std::string> texts;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return texts;
+    texts.emplace(static_cast<FieldTag>(query->Number(0)), query->Text(1));
+  }
 }
 
-Result<std::string> MessageDatabase::ReadText(EntryKey key, FieldTag tag) {
-  auto query = Prepare("SELECT value FROM texts WHERE entry = ? AND tag = ?");
+Result<std::vector<FieldTag>> MessageDatabase::ReadTextTags(EntryKey key) {
+  auto query = Prepare("SELECT tag FROM texts WHERE entry = ?");
   if (!query) return Fail(query.error());
-  const auto row = query->With(key, tag).Step();
-  if (!row) return Fail(row.error());
-  return *row ? query->Text(0) : std::string{};
+  query->With(key);
+  std::vector<FieldTag> tags;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return tags;
+    tags.push_back(static_cast<FieldTag>(query->Number(0)));
+  }
 }
 
 Result<std::vector<RecipientRecord>> MessageDatabase::ReadRecipients(EntryKey key) {
@@ -185,26 +197,55 @@ Result<std::vector<OtherField>> MessageDatabase::ReadOthers(EntryKey key) {
   }
 }
 
+// Without a transaction of its own each statement locks the file, looks for a journal and unlocks. This one
+// is over when it returns: nobody waits for it, and the file can be closed.
+template <typename Read>
+auto MessageDatabase::InOneReading(Read read) -> decltype(read()) {
+  if (sqlite_.IsInTransaction()) return read();
+  auto begin = Prepare("BEGIN");
+  if (!begin) return Fail(begin.error());
+  if (const auto begun = begin->Run(); !begun) return Fail(begun.error());
+  auto result = read();
+  auto end = Prepare("ROLLBACK");  // nothing was written, and this ends it whatever has happened
+  if (!end) return Fail(end.error());
+  if (const auto ended = end->Run(); !ended && result) return Fail(ended.error());
+  return result;
+}
+
+Result<EntryParts> MessageDatabase::ReadParts(EntryKey key) {
+  return InOneReading([&]() -> Result<EntryParts> {
+    auto recipients = ReadRecipients(key);
+    if (!recipients) return Fail(recipients.error());
+    auto attachments = ReadAttachments(key);
+    if (!attachments) return Fail(attachments.error());
+    auto others = ReadOthers(key);
+    if (!others) return Fail(others.error());
+    auto texts = ReadTextTags(key);
+    if (!texts) return Fail(texts.error());
+    return EntryParts{std::move(*recipients), std::move(*attachments), std::move(*others), std::move(*texts)};
+  });
+}
+
+Result<std::pair<EntryRow, EntryParts>> MessageDatabase::ReadEntry(EntryKey key) {
+  return InOneReading([&]() -> Result<std::pair<EntryRow, EntryParts>> {
+    auto row = ReadRow(key);
+    if (!row) return Fail(row.error());
+    auto parts = ReadParts(key);
+    if (!parts) return Fail(parts.error());
+    return std::pair(std::move(*row), std::move(*parts));
+  });
+}
+
 Result<EntryRecord> MessageDatabase::ReadRecord(EntryKey key) {
-  EntryRecord record;
-  auto row = ReadRow(key);
-  if (!row) return Fail(row.error());
-  record.Row = std::move(*row);
-  auto recipients = ReadRecipients(key);
-  if (!recipients) return Fail(recipients.error());
-  record.Recipients = std::move(*recipients);
-  auto attachments = ReadAttachments(key);
-  if (!attachments) return Fail(attachments.error());
-  record.Attachments = std::move(*attachments);
-  auto others = ReadOthers(key);
-  if (!others) return Fail(others.error());
-  record.Others = std::move(*others);
-  for (const auto textTag : TextTags) {
-    auto text = ReadText(key, textTag);
-    if (!text) return Fail(text.error());
-    if (!text->empty()) record.Texts.emplace(textTag, std::move(*text));
-  }
-  return record;
+  return InOneReading([&]() -> Result<EntryRecord> {
+    auto entry = ReadEntry(key);
+    if (!entry) return Fail(entry.error());
+    auto texts = ReadTexts(key);
+    if (!texts) return Fail(texts.error());
+    auto& [row, parts] = *entry;
+    return EntryRecord{std::move(row), std::move(parts.Recipients), std::move(*texts),
+                       std::move(parts.Attachments), std::move(parts.Others)};
+  });
 }
 
 }  // namespace velmora::store::embedded

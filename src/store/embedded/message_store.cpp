@@ -112,9 +112,13 @@ Result<std::unique_ptr<DvItem>> MessageStore::GetEntry(std::string_view director
 }
 
 Result<std::unique_ptr<DvItemView>> MessageStore::ItemView(std::string_view directory, EntryKey key) {
-  auto item = state_->Open(directory, key);
-  if (!item) return Fail(item.error());
-  return MakeItemView(std::move(*item), state_->Submit);
+  // Whoever wants the view reads most of the entry.
+  auto entry = state_->Entries.ReadEntry(directory, key);
+  if (!entry) return Fail(entry.error());
+  auto& [row, parts] = *entry;
+  return MakeItemView(std::make_unique<MessageItem>(state_->Entries, std::string(directory), std::move(row),
+                                                    std::move(parts)),
+                      state_->Submit);
 }
 
 Result<std::unique_ptr<DvItemView>> MessageStore::CreateItem(std::string_view directory, int type) {
