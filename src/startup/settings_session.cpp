@@ -27,7 +27,9 @@ settings::Options ReadOptions(Context& context, const Values& stored) {
                                           context.session.DefaultArchive->FullPath()};
   const settings::Options defaults = settings::DefaultOptions(places, context.process.Version);
   settings::Options options = settings::LoadOptions(stored, context.session.ServerName, defaults);
-  options.LastUsedPath = NormalizePath(options.LastUsedPath);
+  // Who edits the file by hand may name paths of the host.
+  options.LastUsedPath = NormalizePath(context.fileSystem.FromUserPath(options.LastUsedPath));
+  options.DesignPath = context.fileSystem.FromUserPath(options.DesignPath);
   options.DvServer = settings::LoadServerList(stored);
   if (!context.fileSystem.FolderExists(StripBackslash(options.DesignPath))) {
     options.DesignPath = defaults.DesignPath;

@@ -171,6 +171,20 @@ TEST_F(BatchExportTest, AMoveDeletesWhatItExported) {
   EXPECT_EQ((*archive)->MessageCount().value_or(-1), 0);
 }
 
+TEST_F(BatchExportTest, AMoveKeepsMessagesOfOneSubjectApartWhateverDstnumSays) {
+  const auto archive = MakeArchive("Eins");
+  AddMail(*archive, "Hallo");
+  AddMail(*archive, "Hallo");
+  EXPECT_EQ(Run("srcarchive=/Archive/Eins\ncopymode=mov\ndstnum=n\n" + Target() + "saveeml=y\nmakeidx=n\n")
+                .ExitStatus,
+            exit_status::Done)
+      << Log();
+  const std::vector<std::string> written = Files();
+  EXPECT_EQ(std::count_if(written.begin(), written.end(),
+                          [](const std::string& name) { return name.ends_with(".eml"); }),
+            2);
+}
+
 TEST_F(BatchExportTest, AMoveWithDelarcsDeletesTheEmptiedArchive) {
   AddMail(*MakeArchive("Eins"), "Hallo");
   EXPECT_EQ(Run("srcarchive=/Archive/Eins\ncopymode=mov\ndelarcs=y\n" + Target() + OnlyEml).ExitStatus,

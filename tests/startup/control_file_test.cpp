@@ -99,6 +99,15 @@ TEST(ControlFile, ExportWords) {
   EXPECT_EQ(Parse("dstdirectory = Z:\\Mein Ziel\\ ").DstDirectory, "Z:\\Mein Ziel\\");
 }
 
+TEST(ControlFile, AMoveNeverOverwrites) {
+  ExportOptions overwrites;
+  overwrites.NoDuplicates = false;
+  EXPECT_TRUE(ParseControlFile("copymode=mov", overwrites, Moment).Export.NoDuplicates);
+  EXPECT_TRUE(Parse("dstnum=n\ncopymode=mov").Export.NoDuplicates);
+  EXPECT_TRUE(Parse("copymode=mov\ndstnum=n").Export.NoDuplicates);
+  EXPECT_FALSE(Parse("copymode=mov\ndstnum=n\ncopymode=cpy").Export.NoDuplicates);
+}
+
 TEST(ControlFile, LogWords) {
   EXPECT_EQ(Parse("logtype=rxlog").LogType, 1);
   EXPECT_EQ(Parse("logtype=TXLOG").LogType, 2);

@@ -137,6 +137,19 @@ TEST_F(SessionSettingsTest, AMissingCurrentPathIsThePersonalDirectory) {
   EXPECT_EQ(context().process.CurrentPath, directory.Path("docs\\"));
 }
 
+TEST_F(SessionSettingsTest, PathsOfTheHostAreTakenFromAFileThatWasEditedByHand) {
+  std::filesystem::create_directories(directory.HostPath("forms"));
+  ASSERT_TRUE(Settings().SetUserSetting("Information", "MajorVersion", settings::RunningVersion().Major));
+  ASSERT_TRUE(Settings().SetUserSetting("Information", "MinorVersion", settings::RunningVersion().Minor));
+  ASSERT_TRUE(Settings().SetUserSetting("Options", "DesignPath", directory.HostPath("forms")));
+  ASSERT_TRUE(Settings().SetUserSetting("ServerSettings_ZEB1", "LastUsedPath", directory.HostPath("target")));
+  ASSERT_TRUE(Settings().SetUserSetting("ServerSettings_ZEB1", "TempDirPath", directory.HostPath("mine")));
+  StartSession();
+  EXPECT_EQ(context().process.CurrentPath, directory.Path("target\\"));
+  EXPECT_EQ(context().options.DesignPath, directory.Path("forms"));
+  EXPECT_EQ(context().process.TempDir, directory.Path("mine\\"));
+}
+
 TEST_F(SessionSettingsTest, ABarePathIsTheCurrentPath) {
   StartSession(directory.Path("target\\file.htm"));
   EXPECT_EQ(context().process.StartMode, start_mode::Path);
