@@ -103,6 +103,37 @@ TEST_F(HandOverTest, SwitchingTheIntegrationOffEndsTheRunningInstance) {
   EXPECT_EQ(Settings().GetUserSetting("Options", "TICIntegration", 9), settings::Value(std::string("0")));
 }
 
+TEST_F(HandOverTest, EveryOptionThatEndsAStartEndsTheRunningInstance) {
+  for (const std::string line : {"-i", "-h", "-?", "-w0", "-w1", "-W?"}) {
+    HandOverTick tick;
+    windows.OnMainWindow = [&](Context& first) {
+      StartSecond(line);
+      tick = PollHandOver(first);
+    };
+    RunMain("");
+    EXPECT_EQ(tick.ExitStatus, exit_status::Done) << line;
+  }
+}
+
+TEST_F(HandOverTest, ALaterLineReplacesOneThatWasNotFetchedYet) {
+  HandOverTick tick;
+  windows.OnMainWindow = [&](Context& first) {
+    StartSecond("-c /Archive/Eins");
+    StartSecond("-c /Archive/Zwei ");
+    tick = PollHandOver(first);
+  };
+  RunMain("");
+  EXPECT_TRUE(tick.HandedOver);
+  EXPECT_EQ(context().process.StartArchiveArg, "/Archive/Zwei");
+}
+
+TEST_F(HandOverTest, AFileThatCannotBeReadIsAnEmptyLine) {
+  StartSession("");
+  EXPECT_EQ(ReadHandOverFile(context()), "");
+  directory.WriteHostFile("temp/$$Velmora/VelmoraDisplayParms.zeb", "\r\n-u\r\n");
+  EXPECT_EQ(ReadHandOverFile(context()), "");  // only the first line counts
+}
+
 TEST_F(HandOverTest, AnUnattendedRunIsNoInstance) {
   directory.WriteHostFile("empty.txt", "; nothing\r\n");
   HandOverTick tick;

@@ -160,6 +160,17 @@ TEST_F(MainTest, SwitchingTheIntegrationOffRemovesLogAndSavedLine) {
   EXPECT_FALSE(std::filesystem::exists(directory.HostPath("state/VelmoraLine.txt")));
 }
 
+TEST_F(MainTest, SwitchingTheIntegrationOffForcesNoReadOnlyFile) {
+  StartSession();
+  for (const std::string name : {"state/VelmoraError.log", "state/VelmoraLine.txt"}) {
+    directory.WriteHostFile(name, "x");
+    std::filesystem::permissions(directory.HostPath(name), std::filesystem::perms(0444));
+  }
+  EXPECT_EQ(RunMain("-u"), exit_status::Done);
+  EXPECT_TRUE(std::filesystem::exists(directory.HostPath("state/VelmoraError.log")));
+  EXPECT_TRUE(std::filesystem::exists(directory.HostPath("state/VelmoraLine.txt")));
+}
+
 TEST_F(MainTest, ABatchOptionWithoutAColonStartsNormally) {
   EXPECT_EQ(RunMain("-b"), exit_status::Done);
   EXPECT_EQ(windows.MainWindows, 1);
