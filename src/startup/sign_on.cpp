@@ -96,12 +96,12 @@ bool SignOn(Context& context) {
   store::Session& session = context.session;
   SignOff(context);
   Result<std::shared_ptr<store::DvISEAPI>> api = context.makeApi();
-  Status signedOn = api ? Status{} : Fail(api.error());
-  if (signedOn) {
-    session.Api = *std::move(api);
-    signedOn = LogOn(context, session.ServerName);
+  if (!api) {
+    ReportNoSession(context, api.error());
+    return false;
   }
-  if (!signedOn) {
+  session.Api = *std::move(api);
+  if (const Status signedOn = LogOn(context, session.ServerName); !signedOn) {
     ReportNoSession(context,
                     {signedOn.error().Number, signedOn.error().Text + HintOnLastUsedServer(context)});
     return false;

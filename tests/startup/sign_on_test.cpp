@@ -87,6 +87,17 @@ TEST_F(SignOnTest, ALastUsedServerThatIsGoneEndsTheStartAndSaysWhatToDo) {
   EXPECT_EQ(RunMain(""), exit_status::Done);
 }
 
+TEST_F(SignOnTest, WithoutAnyBackendTheLastUsedServerIsNotBlamed) {
+  ASSERT_TRUE(Settings().SetUserSetting("Options", "LastUsedServer", std::string(Server)));
+  Start("");
+  context().makeApi = []() -> Result<std::shared_ptr<store::DvISEAPI>> {
+    return Fail(1001, "Kein Speicher");
+  };
+  EXPECT_EQ(Main(context()), exit_status::NothingRan);
+  ASSERT_EQ(front.Boxes.size(), 1U);
+  EXPECT_EQ(front.Boxes[0].Text, "Die Anmeldung am DvISE ist fehlgeschlagen!\r\nKein Speicher");
+}
+
 TEST_F(SignOnTest, AServerNamedForTheProcessGoesBeforeTheLastUsedOne) {
   ASSERT_TRUE(Settings().SetUserSetting("Options", "LastUsedServer", std::string("ALT")));
   Start("");
