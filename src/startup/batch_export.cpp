@@ -130,8 +130,8 @@ std::string CheckedTarget(BatchRun& batch) {
     return "";
   }
   if (file.DeleteDst) {
-    const std::string reason =
-        isNamed ? ReasonNotToEmpty(context, target) : "Zum Leeren muss das Zielverzeichnis angegeben sein";
+    const std::string reason = isNamed ? ReasonNotToEmpty(context, target, batch.Path())
+                                       : "Zum Leeren muss das Zielverzeichnis angegeben sein";
     if (!reason.empty()) {
       batch.LogFailure(target, batch_error::BadTarget, "Das Zielverzeichnis wird nicht geleert. " + reason);
       return "";

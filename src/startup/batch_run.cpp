@@ -20,10 +20,11 @@ MomentTexts MomentNow(platform::Clock& clock) {
   return {FormatDate(now), FormatTime(now), platform::ComputerName()};
 }
 
-BatchRun::BatchRun(Context& context, ControlFile file, std::string name)
+BatchRun::BatchRun(Context& context, ControlFile file, std::string name, std::string path)
     : context_(context),
       file_(std::move(file)),
       name_(std::move(name)),
+      path_(std::move(path)),
       startMilliseconds_(context.clock.SteadyMilliseconds()) {}
 
 void BatchRun::LogFailure(std::string_view object, int number, std::string_view text) {

@@ -26,11 +26,13 @@ MomentTexts MomentNow(platform::Clock& clock);
 
 class BatchRun {
  public:
-  BatchRun(Context& context, ControlFile file, std::string name);
+  // `path`: the Windows path of the control file, "" when its lines came from elsewhere.
+  BatchRun(Context& context, ControlFile file, std::string name, std::string path);
 
   Context& GetContext() { return context_; }
   const ControlFile& File() const { return file_; }
   const std::string& Name() const { return name_; }
+  const std::string& Path() const { return path_; }
 
   // `object`: the path or archive concerned; `text`: what went wrong with it. One line of the log each.
   void LogFailure(std::string_view object, int number, std::string_view text);
@@ -47,7 +49,7 @@ class BatchRun {
  private:
   Context& context_;
   ControlFile file_;
-  std::string name_;
+  std::string name_, path_;
   std::int64_t startMilliseconds_;
   std::int64_t earlierErrors_ = 0;
 };

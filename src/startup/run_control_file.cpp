@@ -70,6 +70,16 @@ BatchOutcome RunCommand(BatchRun& batch) {
   return {};
 }
 
+BatchOutcome RunLines(Context& context, std::string_view bytes, std::string_view name,
+                      const std::string& path) {
+  const MomentTexts moment = MomentNow(context.clock);
+  BatchRun batch(context, ParseControlFile(bytes, ExportDefaults(context.options), moment), std::string(name),
+                 path);
+  context.run.ResetCancel();
+  context.run.ResetRunCounters();
+  return RunCommand(batch);
+}
+
 }  // namespace
 
 BatchOutcome RunControlFile(Context& context, std::string_view path) {
@@ -87,16 +97,11 @@ BatchOutcome RunControlFile(Context& context, std::string_view path) {
                          {bytes.error().Number, "Steuerdatei: " + bytes.error().Text});
     return {};
   }
-  return RunControlLines(context, *bytes, path);
+  return RunLines(context, *bytes, path, found);
 }
 
 BatchOutcome RunControlLines(Context& context, std::string_view bytes, std::string_view name) {
-  const MomentTexts moment = MomentNow(context.clock);
-  BatchRun batch(context, ParseControlFile(bytes, ExportDefaults(context.options), moment),
-                 std::string(name));
-  context.run.ResetCancel();
-  context.run.ResetRunCounters();
-  return RunCommand(batch);
+  return RunLines(context, bytes, name, "");
 }
 
 }  // namespace velmora::startup

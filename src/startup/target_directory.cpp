@@ -40,7 +40,7 @@ bool IsRootPath(std::string_view path) {
 
 }  // namespace
 
-std::string ReasonNotToEmpty(Context& context, std::string_view directory) {
+std::string ReasonNotToEmpty(Context& context, std::string_view directory, std::string_view controlFile) {
   const fs::path target = Canonical(context, directory);
   if (IsRootPath(directory) || target.empty() || target == target.root_path()) {
     return "Das Zielverzeichnis ist die Wurzel eines Laufwerks oder einer Freigabe";
@@ -71,6 +71,10 @@ std::string ReasonNotToEmpty(Context& context, std::string_view directory) {
     if (!own.empty() && IsSameOrAbove(target, own)) {
       return "Das Zielverzeichnis enthält Verzeichnisse des Programms oder des Benutzers";
     }
+  }
+  const fs::path file = controlFile.empty() ? fs::path() : Canonical(context, controlFile);
+  if (!file.empty() && IsSameOrAbove(target, file)) {
+    return "Das Zielverzeichnis enthält die Steuerdatei";
   }
   return "";
 }

@@ -151,6 +151,14 @@ TEST_F(BatchExportTest, EmptyingWithoutANamedTargetRunsNothing) {
   EXPECT_NE(Log().find("wird nicht geleert"), std::string::npos) << Log();
 }
 
+TEST_F(BatchExportTest, EmptyingTheDirectoryOfTheControlFileRunsNothing) {
+  MakeArchive("Eins");
+  directory.WriteHostFile("target/job.txt",
+                          "command=archivecopymove\nsrcarchive=/Archive/Eins\ndeletedst=y\n" + Target());
+  EXPECT_EQ(RunControlFile(context(), directory.Path("target\\job.txt")).ExitStatus, exit_status::NothingRan);
+  EXPECT_TRUE(Has("job.txt"));
+}
+
 TEST_F(BatchExportTest, EmptyingTheStoreIsRefused) {
   AddMail(*MakeArchive("Eins"), "Hallo");
   EXPECT_EQ(Run("srcarchive=/Archive/Eins\ndeletedst=y\ndstdirectory=" + directory.Path("store")).ExitStatus,

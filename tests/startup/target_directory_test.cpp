@@ -7,7 +7,9 @@ namespace {
 
 class TargetDirectoryTest : public ProgramTest {
  protected:
-  std::string Reason(const std::string& path) { return ReasonNotToEmpty(context(), path); }
+  std::string Reason(const std::string& path, const std::string& controlFile = "") {
+    return ReasonNotToEmpty(context(), path, controlFile);
+  }
 };
 
 TEST_F(TargetDirectoryTest, AnOrdinaryDirectoryMayBeEmptied) {
@@ -39,6 +41,14 @@ TEST_F(TargetDirectoryTest, DirectoriesOfProgramAndUserAreNeverEmptied) {
   for (const std::string path : {"state", "program", "config", "docs"}) {
     EXPECT_NE(Reason(directory.Path(path)), "") << path;
   }
+}
+
+TEST_F(TargetDirectoryTest, TheControlFileOfTheRunIsNotDeleted) {
+  StartSession();
+  directory.WriteHostFile("target/job.txt", "command=archivecopymove");
+  EXPECT_EQ(Reason(directory.Path("target"), directory.Path("target\\JOB.TXT")),
+            "Das Zielverzeichnis enthält die Steuerdatei");
+  EXPECT_EQ(Reason(directory.Path("target"), directory.Path("job.txt")), "");
 }
 
 TEST_F(TargetDirectoryTest, AMissingDirectoryIsNotEmptied) {
