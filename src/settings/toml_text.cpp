@@ -135,6 +135,18 @@ std::string Format(const toml::table& table) {
   return std::move(text).str();
 }
 
+// The library writes some keys that only a person can have typed, quotes in quotes, so that nobody can read
+// the file any more: such a key is given up rather than the file.
+void RemoveUnwritableKeys(toml::table& table) {
+  for (auto entry = table.begin(); entry != table.end();) {
+    if (toml::table* const inner = entry->second.as_table()) {
+      RemoveUnwritableKeys(*inner);
+    }
+    const bool isReadable = ParseTable(Format(toml::table{{entry->first.str(), 0}})).has_value();
+    entry = isReadable ? std::next(entry) : table.erase(entry);
+  }
+}
+
 }  // namespace
 
 std::optional<Values> ParseSettings(std::string_view bytes) {
@@ -163,7 +175,12 @@ std::string ChangeSettings(std::string_view bytes, const std::vector<Change>& ch
   for (const Change& change : changes) {
     Apply(table, change);
   }
-  return Format(table);
+  std::string text = Format(table);
+  if (!ParseTable(text)) {
+    RemoveUnwritableKeys(table);
+    text = Format(table);
+  }
+  return text;
 }
 
 }  // namespace velmora::settings

@@ -167,7 +167,7 @@ def test_target_on_a_full_disk(case):
     sources = [mail(f"Nummer {n}", "Text " * 400, [("a.bin", random.Random(n).randbytes(20_000))]) for n in range(60)]
     case.deliver("Gemeinsam/A", *sources)
     mount(case, "size=1m")
-    case.export(WITH_ERRORS, text=FULL + "copymode=mov\n")
+    case.export(WITH_ERRORS, text=FULL + "copymode=mov\ndelarcs=n\n")
     case.log_names("Nummer")
     whole = [path.read_bytes() for path in case.place.archive.rglob("*.eml")]
     case.expect(len(whole) < len(sources), "the disk was not full")
@@ -329,19 +329,23 @@ def stored_subjects(case):
 
 
 def test_a_killed_move_loses_nothing(case):
-    """SIGKILL at random moments of a move: what has left the store is whole in the target; a later run ends the work.
+    """SIGKILL ever later in a move: what has left the store is whole in the target; a later run ends the work.
 
     The deletions of up to 200 ms share one commit, so what a killed run had exported last may stand in both places.
     """
     sources = [mail(f"Nummer {n}", attachments=[("a.txt", b"%d" % n)]) for n in range(300)]
     subjects = {f"Nummer {n}" for n in range(300)}
     case.deliver("Gemeinsam/A", *sources)
+    start = time.monotonic()
+    case.export(DONE)
+    whole_run = time.monotonic() - start
+    shutil.rmtree(case.place.archive)
+    case.place.archive.mkdir()
     control = case.place.directory / "steuer.txt"
-    control.write_text(f"{COPY}srcarchive=/Archive/Gemeinsam\ndstdirectory={case.place.archive}\n{FULL}copymode=mov\n")
-    moment = random.Random(3)
-    for _ in range(12):
+    control.write_text(control.read_text() + "copymode=mov\ndelarcs=n\n")
+    for number in range(12):
         run = subprocess.Popen([case.place.programs / "velmora", f"-b:{control}"], env=case.place.environment)
-        time.sleep(moment.uniform(0.01, 0.3))
+        time.sleep(whole_run * (0.2 + 0.15 * number))
         run.send_signal(signal.SIGKILL)
         run.wait()
         case.store_is_right()

@@ -36,6 +36,13 @@ TEST_F(StoreTest, KeepsTextsAndNumbersByTheirType) {
   EXPECT_EQ(store_.GetUserSetting("Options", "MaxItemCount", 0), Value(std::string("50")));
 }
 
+TEST_F(StoreTest, KeysThatCannotBeWrittenDoNotCostTheFile) {
+  WriteUserFile("\"it's\\\"odd\" = 1\n[Options]\nSizeCheck = 7\n\"a'b\" = 2\n");
+  ASSERT_TRUE(store_.SetUserSetting("Options", "CSVSeparator", std::string(",")));
+  EXPECT_EQ(store_.GetUserSetting("Options", "SizeCheck", 0), Value(7));
+  EXPECT_EQ(store_.GetUserSetting("Options", "CSVSeparator", 0), Value(std::string(",")));
+}
+
 TEST_F(StoreTest, KeepsAnyTextWhole) {
   const std::string text = "  Zeile 1\r\n\tZeile 2 \"\"\" ''' = # [x] \\n \x01 Größe Привет  ";
   ASSERT_TRUE(store_.SetUserSetting("ServerSettings_Se rv.er\"#", "LZEBTabItem(0)", text));
