@@ -166,6 +166,25 @@ Result<std::vector<ArchiveRecord>> ArchiveTree::Children(std::string_view direct
   return children;
 }
 
+Result<int> ArchiveTree::ChildCount(std::string_view directory) {
+  const auto list = state_->Lists.Get(directory);
+  if (!list) return Fail(list.error());
+  return static_cast<int>((*list)->Records().size());
+}
+
+Result<ArchiveRecord> ArchiveTree::Refresh(const ArchiveRecord& record) {
+  if (record.ParentDirectory.empty()) return Root();
+  const auto list = state_->Lists.Get(record.ParentDirectory);
+  if (!list) return Fail(list.error());
+  for (const std::size_t position : (*list)->NamingDirectory(DirectoryKey(record.Directory))) {
+    const ListedRecord& listed = (*list)->Records()[position];
+    if (listed.Name != record.Name) continue;
+    ArchiveRecord found = state_->Describe(listed, record.ParentDirectory);
+    if (found.IsLink == record.IsLink) return found;
+  }
+  return Fail(NoArchive(record.Directory));
+}
+
 Result<ArchiveRecord> ArchiveTree::FindByDirectory(std::string_view directory) {
   if (state_->IsRoot(directory)) return Root();
   auto chain = state_->ChainTo(directory);

@@ -48,6 +48,9 @@ class ArchiveTree {
   ArchiveRecord Root();
   // In record order; a directory without a list has none. store_error::Damaged when the list cannot be read.
   Result<std::vector<ArchiveRecord>> Children(std::string_view directory);
+  Result<int> ChildCount(std::string_view directory);
+  // The record as its list has it now: other writers may have moved it there. NotFound.
+  Result<ArchiveRecord> Refresh(const ArchiveRecord& record);
   // The record that makes a directory an archive (its own record, not a link to it). NotFound.
   Result<ArchiveRecord> FindByDirectory(std::string_view directory);
   // The display names from the root down to the directory, the root's ("Archive") first: what a FullPath
@@ -67,7 +70,8 @@ class ArchiveTree {
                                  std::string_view directory, const ArchiveProperties& properties);
   Result<ArchiveRecord> AddLink(std::string_view parentDirectory, std::string_view name,
                                 std::string_view targetDirectory);
-  Status Rename(const ArchiveRecord& record, std::string_view name);
+  // The name as it stands now: cut to fit, without what a name cannot hold.
+  Result<std::string> Rename(const ArchiveRecord& record, std::string_view name);
   Status SetProperties(const ArchiveRecord& record, const ArchiveProperties& properties);
   // The record only; the files are the caller's.
   Status RemoveRecord(const ArchiveRecord& record);
@@ -77,10 +81,11 @@ class ArchiveTree {
   // --- Checking (changes nothing). ---
   struct Finding {
     std::string Directory;
-    std::string Text;  // German
+    std::string Text;     // German
+    bool IsNote = false;  // worth knowing, no damage
   };
   // Lists of a length that is no multiple of a record, records without tags, dangling and doubled records,
-  // circular nesting, directories that no record names.
+  // circular nesting, directories that no record names, copies of records that differ.
   std::vector<Finding> Check();
 
  private:

@@ -42,6 +42,19 @@ void CheckSelf(platform::FileSystem& fileSystem, const std::string& directory, F
         {directory, fmt::format("archive.add: die Länge {} ist nicht {}", self->Size, DirRecord::Size)});
 }
 
+// The copy in the archive's directory. A process that was killed while it changed a record leaves an old one.
+void CompareSelf(platform::FileSystem& fileSystem, const ArchiveRecord& record, const ArchiveList& list,
+                 Findings& findings) {
+  const auto own = RecordAt(list.Content(), static_cast<std::size_t>(record.RecordNumber));
+  const std::string file = JoinPath(NormalizePath(record.Directory), archive_file::Self);
+  const auto copy = fileSystem.FileExists(file) ? fileSystem.ReadFile(file) : Result<std::string>();
+  if (own && copy && copy->size() == DirRecord::Size && *copy != own->Bytes())
+    findings.push_back({record.Directory,
+                        fmt::format("archive.add: der Inhalt weicht von Eintrag {} der Liste von {} ab",
+                                    record.RecordNumber, record.ParentDirectory),
+                        true});
+}
+
 // Directories on the disk that no record names, neither them nor anything in them.
 void CheckFolders(platform::FileSystem& fileSystem, const std::string& directory,
                   const std::set<std::string>& named, Findings& findings) {
@@ -111,10 +124,12 @@ std::vector<ArchiveTree::Finding> ArchiveTree::Check() {
   Findings findings;
   std::vector<std::string> directories;
   std::set<std::string> named{state_->RootKey};
+  std::set<std::string> unread;  // nobody knows what these lists name
   state_->VisitLists([&](const std::string& directory, const ListResult& list) {
     directories.push_back(directory);
     if (!list) {
       findings.push_back({directory, list.error().Text});
+      unread.insert(directory);
       return;
     }
     CheckList(directory, **list, findings);
@@ -125,7 +140,7 @@ std::vector<ArchiveTree::Finding> ArchiveTree::Check() {
   std::unordered_map<std::string, std::string> owners;
   for (const std::string& directory : directories) {
     CheckSelf(state_->FileSystem, directory, findings);
-    CheckFolders(state_->FileSystem, directory, named, findings);
+    if (!unread.contains(directory)) CheckFolders(state_->FileSystem, directory, named, findings);
     for (const ArchiveRecord& record : Children(directory).value_or(std::vector<ArchiveRecord>())) {
       if (!state_->FileSystem.FolderExists(NormalizePath(record.Directory)))
         findings.push_back({directory, fmt::format("Eintrag {} \"{}\" nennt das fehlende Verzeichnis {}",
@@ -133,6 +148,10 @@ std::vector<ArchiveTree::Finding> ArchiveTree::Check() {
       if (record.IsLink) continue;
       const auto [owner, isFirst] = owners.try_emplace(DirectoryKey(record.Directory), directory);
       const bool isCircle = IsSameOrBelow(DirectoryKey(directory), owner->first);
+      if (isFirst && !isCircle) {
+        if (const auto list = state_->Lists.Get(directory))
+          CompareSelf(state_->FileSystem, record, **list, findings);
+      }
       if (!isFirst && !isCircle)
         findings.push_back(
             {directory, fmt::format("Eintrag {} \"{}\" ist doppelt: {} steht schon in der Liste von {}",

@@ -261,10 +261,16 @@ Result<ArchiveRecord> ArchiveTree::AddLink(std::string_view parentDirectory, std
                        head.Properties};
 }
 
-Status ArchiveTree::Rename(const ArchiveRecord& record, std::string_view name) {
+Result<std::string> ArchiveTree::Rename(const ArchiveRecord& record, std::string_view name) {
   if (record.ParentDirectory.empty()) return Fail(ProtectedRoot());
-  return Edit(state_->FileSystem, state_->Lists, record,
-              [&](DirRecord& edited) { return edited.SetName(ShownName(name, record.Directory)); });
+  std::string written;
+  const Status renamed = Edit(state_->FileSystem, state_->Lists, record, [&](DirRecord& edited) {
+    const Status set = edited.SetName(ShownName(name, record.Directory));
+    written = edited.Name().value_or("");
+    return set;
+  });
+  if (!renamed) return Fail(renamed.error());
+  return written;
 }
 
 Status ArchiveTree::SetProperties(const ArchiveRecord& record, const ArchiveProperties& properties) {

@@ -13,11 +13,6 @@
 namespace velmora::store::embedded {
 namespace {
 
-// Whether two records are the same entry of one list, wherever in the list they stand.
-bool IsSameEntry(const ArchiveRecord& a, const ArchiveRecord& b) {
-  return a.IsLink == b.IsLink && a.Name == b.Name && EqualsFold(a.Directory, b.Directory);
-}
-
 Result<bool> LiesBelow(ArchiveTree& tree, std::string directory, std::string_view ancestor) {
   constexpr int MaxDepth = 500;  // a longer chain runs in a circle
   for (int depth = 0; depth < MaxDepth && !directory.empty(); ++depth) {
@@ -101,14 +96,9 @@ Status EmbeddedArchive::Update() {
     record_ = *fresh;
   }
   if (!pendingName_) return {};
-  if (const auto renamed = session_->Tree.Rename(*fresh, *pendingName_); !renamed) return renamed;
-  // The tree cuts a name that does not fit and replaces what a name cannot hold: what stands is read back.
-  const auto children = session_->Tree.Children(fresh->ParentDirectory);
-  if (!children) return Fail(children.error());
-  const auto written = std::ranges::find_if(*children, [&](const ArchiveRecord& child) {
-    return child.RecordNumber == fresh->RecordNumber && EqualsFold(child.Directory, fresh->Directory);
-  });
-  fresh->Name = written != children->end() ? written->Name : *pendingName_;
+  auto written = session_->Tree.Rename(*fresh, *pendingName_);
+  if (!written) return Fail(written.error());
+  fresh->Name = std::move(*written);
   record_ = *fresh;
   pendingName_.reset();
   fullPath_.reset();
@@ -133,9 +123,7 @@ Result<std::vector<std::shared_ptr<DvArchive>>> EmbeddedArchive::SubArchives() {
 
 Result<int> EmbeddedArchive::SubArchiveCount() {
   if (const auto access = RequireAccess(); !access) return Fail(access.error());
-  const auto children = session_->Tree.Children(record_.Directory);
-  if (!children) return Fail(children.error());
-  return static_cast<int>(children->size());
+  return session_->Tree.ChildCount(record_.Directory);
 }
 
 Result<int> EmbeddedArchive::MessageCount() {
@@ -242,12 +230,8 @@ Status EmbeddedArchive::RequireRecordAccess() {
 }
 
 Result<ArchiveRecord> EmbeddedArchive::FreshRecord() {
-  if (IsRoot()) return session_->Tree.Root();
-  const auto siblings = session_->Tree.Children(record_.ParentDirectory);
-  if (!siblings) return Fail(siblings.error());
-  const auto found = std::ranges::find_if(
-      *siblings, [&](const ArchiveRecord& sibling) { return IsSameEntry(sibling, record_); });
-  if (found != siblings->end()) return *found;
+  auto fresh = session_->Tree.Refresh(record_);
+  if (fresh || fresh.error().Number != store_error::NotFound) return fresh;
   return Fail(store_error::NotFound, fmt::format("Das Archiv {} ist nicht mehr vorhanden", FullPath()));
 }
 
@@ -257,9 +241,9 @@ Status EmbeddedArchive::RequireOrdinary(std::string_view action) {
 }
 
 Result<bool> EmbeddedArchive::IsEmpty() {
-  const auto children = session_->Tree.Children(record_.Directory);
+  const auto children = session_->Tree.ChildCount(record_.Directory);
   if (!children) return Fail(children.error());
-  if (!children->empty()) return false;
+  if (*children > 0) return false;
   const auto messages = session_->Messages.Count(record_.Directory);
   if (!messages) return Fail(messages.error());
   return *messages == 0;

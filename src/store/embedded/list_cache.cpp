@@ -55,14 +55,26 @@ std::size_t CountEqualRecords(std::string_view a, std::string_view b) {
   return equal;
 }
 
-void Forget(std::unordered_map<std::string, std::vector<std::size_t>>& positions, const std::string& key) {
+using Positions = std::unordered_map<std::string, std::vector<std::size_t>>;
+
+void AddPosition(Positions& positions, const std::string& key, std::size_t position) {
+  std::vector<std::size_t>& found = positions[key];
+  found.insert(std::ranges::lower_bound(found, position), position);
+}
+
+void RemovePosition(Positions& positions, const std::string& key, std::size_t position) {
   const auto found = positions.find(key);
-  found->second.pop_back();
+  found->second.erase(std::ranges::lower_bound(found->second, position));
   if (found->second.empty()) positions.erase(found);
 }
 
-const std::vector<std::size_t>& PositionsOf(
-    const std::unordered_map<std::string, std::vector<std::size_t>>& positions, const std::string& key) {
+std::string NameKey(const ListedRecord& record) { return FoldCase(ShownName(record.Name, record.Directory)); }
+
+std::string_view BytesOf(const std::string& content, std::size_t number) {
+  return std::string_view(content).substr((number - 1) * DirRecord::Size, DirRecord::Size);
+}
+
+const std::vector<std::size_t>& PositionsOf(const Positions& positions, const std::string& key) {
   const auto found = positions.find(key);
   return found == positions.end() ? NoPositions : found->second;
 }
@@ -86,25 +98,55 @@ std::string ShownName(std::string_view recordName, std::string_view directory) {
   return std::string(recordName.empty() ? FileNameOf(StripBackslash(directory)) : recordName);
 }
 
-std::size_t ArchiveList::Assign(std::string content) {
+std::vector<std::size_t> ArchiveList::Assign(std::string content) {
+  if (auto changed = ChangeRecords(content)) return std::move(*changed);
   const std::size_t kept = CountEqualRecords(content, content_);
   while (!records_.empty() && static_cast<std::size_t>(records_.back().Number) > kept) {
-    const ListedRecord& last = records_.back();
-    Forget(byDirectory_, last.Key);
-    Forget(byName_, FoldCase(ShownName(last.Name, last.Directory)));
+    Forget(records_.size() - 1);
     records_.pop_back();
   }
   content_ = std::move(content);
-  const std::size_t firstNew = records_.size();
+  std::vector<std::size_t> fresh;
   const std::size_t count = CountRecords(content_);
   for (std::size_t number = kept + 1; number <= count; ++number) {
     std::optional<ListedRecord> record = ReadRecord(content_, number);
     if (!record) continue;
-    byDirectory_[record->Key].push_back(records_.size());
-    byName_[FoldCase(ShownName(record->Name, record->Directory))].push_back(records_.size());
+    fresh.push_back(records_.size());
     records_.push_back(std::move(*record));
+    Enter(fresh.back());
   }
-  return firstNew;
+  return fresh;
+}
+
+std::optional<std::vector<std::size_t>> ArchiveList::ChangeRecords(std::string& content) {
+  if (content.size() != content_.size()) return std::nullopt;
+  std::vector<std::pair<std::size_t, ListedRecord>> changes;
+  for (std::size_t number = 1; number <= CountRecords(content); ++number) {
+    if (BytesOf(content, number) == BytesOf(content_, number)) continue;
+    std::optional<ListedRecord> record = ReadRecord(content, number);
+    const ListedRecord* const old = WithNumber(static_cast<int>(number));
+    if (record.has_value() != (old != nullptr)) return std::nullopt;
+    if (record) changes.emplace_back(static_cast<std::size_t>(old - records_.data()), std::move(*record));
+  }
+  content_ = std::move(content);
+  std::vector<std::size_t> changed;
+  for (auto& [position, record] : changes) {
+    Forget(position);
+    records_[position] = std::move(record);
+    Enter(position);
+    changed.push_back(position);
+  }
+  return changed;
+}
+
+void ArchiveList::Enter(std::size_t position) {
+  AddPosition(byDirectory_, records_[position].Key, position);
+  AddPosition(byName_, NameKey(records_[position]), position);
+}
+
+void ArchiveList::Forget(std::size_t position) {
+  RemovePosition(byDirectory_, records_[position].Key, position);
+  RemovePosition(byName_, NameKey(records_[position]), position);
 }
 
 const std::vector<std::size_t>& ArchiveList::NamingDirectory(const std::string& key) const {
@@ -174,12 +216,12 @@ void ListCache::Accept(std::string_view directory, Entry& entry, std::string con
   else if (entry.List.use_count() > 1)
     entry.List = std::make_shared<ArchiveList>(*entry.List);
 
-  const std::size_t firstNew = entry.List->Assign(std::move(content));
+  const std::vector<std::size_t> fresh = entry.List->Assign(std::move(content));
   const std::string parentPrefix = AddBackslash(DirectoryKey(directory));
   const std::vector<ListedRecord>& records = entry.List->Records();
-  for (std::size_t i = firstNew; i < records.size(); ++i)
-    if (DirectoryOf(records[i].Key) != parentPrefix)
-      strayed_[records[i].Key].insert(StripBackslash(NormalizePath(directory)));
+  for (const std::size_t position : fresh)
+    if (DirectoryOf(records[position].Key) != parentPrefix)
+      strayed_[records[position].Key].insert(StripBackslash(NormalizePath(directory)));
 }
 
 Status ListCache::Put(std::string_view directory, std::string content) {

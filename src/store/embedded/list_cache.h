@@ -37,9 +37,9 @@ struct ListedRecord {
 
 class ArchiveList {
  public:
-  // The new content of the file. Records that did not change are not read again: appending costs what was
-  // appended. Returns the position in Records of the first that is new.
-  std::size_t Assign(std::string content);
+  // The new content of the file. Records that did not change are not read again: appending and changing cost
+  // what was appended or changed. Returns the positions in Records of those that are new.
+  std::vector<std::size_t> Assign(std::string content);
 
   const std::string& Content() const { return content_; }
   const std::vector<ListedRecord>& Records() const { return records_; }
@@ -51,6 +51,12 @@ class ArchiveList {
 
  private:
   using Positions = std::unordered_map<std::string, std::vector<std::size_t>>;
+
+  // As Assign, for a content of the same length; nothing when a record has gained or lost its path, so that
+  // those behind it stand elsewhere.
+  std::optional<std::vector<std::size_t>> ChangeRecords(std::string& content);
+  void Enter(std::size_t position);
+  void Forget(std::size_t position);
 
   std::string content_;
   std::vector<ListedRecord> records_;

@@ -79,6 +79,30 @@ TEST_F(TreeSafetyTest, ChangeInPlaceOfTheSameLengthIsSeen) {
   }
 }
 
+TEST_F(TreeSafetyTest, ARecordChangedInTheMiddleIsFoundByItsNewNameAndPathAlone) {
+  const ArchiveRecord first = Make(Root, "Eins"), second = Make(Root, "Zwei"), third = Make(Root, "Drei");
+  ASSERT_TRUE(Tree->Rename(second, "Eins"));
+  EXPECT_EQ(ChildNames(Root), (Names{"Eins", "Eins", "Drei"}));
+  EXPECT_FALSE(Tree->FindByNames(Root, {"Zwei"}));
+  EXPECT_EQ(Tree->FindByNames(Root, {"Eins"})->Directory, first.Directory) << "the first of equal names";
+  ASSERT_TRUE(Tree->Rename(first, "Vier"));
+  EXPECT_EQ(Tree->FindByNames(Root, {"eins"})->Directory, second.Directory);
+  EXPECT_EQ(Tree->FindByNames(Root, {"Drei"})->Directory, third.Directory);
+
+  // Another program gives the record another path, and then none.
+  std::string list = Temp.ReadHostFile("ARCHIVE/archive.dir");
+  const std::string other = std::string(Root) + "\\ANDERS";
+  list.replace(DirRecord::Size, DirRecord::Size, DirRecord::Make(other, "Neu")->Bytes());
+  Temp.WriteHostFile("ARCHIVE/archive.dir", list);
+  EXPECT_EQ(Tree->FindByDirectory(other)->Name, "Neu");
+  EXPECT_FALSE(Tree->FindByDirectory(second.Directory));
+  list.replace(DirRecord::Size, DirRecord::Size, std::string(DirRecord::Size, '\0'));
+  Temp.WriteHostFile("ARCHIVE/archive.dir", list);
+  EXPECT_EQ(ChildNames(Root), (Names{"Vier", "Drei"}));
+  EXPECT_EQ(Tree->FindByNames(Root, {"Drei"})->RecordNumber, 3);
+  EXPECT_FALSE(Tree->FindByDirectory(other));
+}
+
 TEST_F(TreeSafetyTest, OldChangeBehindASetBackTimeIsSeen) {
   Make(Root, "Eins");
   const std::string before = RootList();
