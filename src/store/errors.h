@@ -15,5 +15,6 @@ inline constexpr int BadName = 1008;      // a name or path that does not fit it
 inline constexpr int LogonFailed = 1009;  // no such server, or no user of it
 inline constexpr int WrongKind = 1010;    // the operation does not exist for this item type
 inline constexpr int ReadOnlyField = 1011;
+inline constexpr int Unfinished = 1012;  // a write was interrupted, and whoever only looks does not undo it
 
 }  // namespace velmora::store::store_error

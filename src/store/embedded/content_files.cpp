@@ -138,9 +138,12 @@ Status CopyContentFile(const std::string& source, const std::string& target, mod
   });
 }
 
-bool IsContentFile(const std::string& path) {
+bool IsContentFile(const std::string& path) { return SizeOfContentFile(path).has_value(); }
+
+std::optional<std::int64_t> SizeOfContentFile(const std::string& path) {
   struct stat status {};
-  return lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+  if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  return status.st_size;
 }
 
 Status RemoveContentFile(const std::string& path) {

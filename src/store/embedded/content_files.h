@@ -39,6 +39,8 @@ Status WriteContentFile(const std::string& path, std::string_view bytes, mode_t 
 // A file of the same bytes: a hard link where `mayShare` allows it and the file system can.
 Status CopyContentFile(const std::string& source, const std::string& target, mode_t mode, bool mayShare);
 bool IsContentFile(const std::string& path);
+// Nothing for what is no file.
+std::optional<std::int64_t> SizeOfContentFile(const std::string& path);
 // A missing file counts as removed.
 Status RemoveContentFile(const std::string& path);
 

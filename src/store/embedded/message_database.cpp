@@ -56,9 +56,9 @@ Error MessageDatabase::NotADatabase() const {
   return {store_error::Damaged, fmt::format("Die Datei ist keine Nachrichten-Datenbank: {}", path_)};
 }
 
-Result<std::unique_ptr<MessageDatabase>> MessageDatabase::Open(const std::string& hostPath,
-                                                               std::string path) {
-  auto sqlite = Sqlite::Open(hostPath, Sqlite::Mode::ReadWrite);
+Result<std::unique_ptr<MessageDatabase>> MessageDatabase::Open(const std::string& hostPath, std::string path,
+                                                               Sqlite::Mode mode) {
+  auto sqlite = Sqlite::Open(hostPath, mode);
   if (!sqlite) return Fail(sqlite.error().Number, fmt::format("{}: {}", sqlite.error().Text, path));
   return std::unique_ptr<MessageDatabase>(new MessageDatabase(std::move(*sqlite), hostPath, std::move(path)));
 }
@@ -164,15 +164,6 @@ Status MessageDatabase::EndStep(bool isDone) {
   }
   auto query = Prepare("RELEASE step");
   return query ? query->Run() : Fail(query.error());
-}
-
-Result<std::string> MessageDatabase::CheckIntegrity() {
-  auto query = Prepare("PRAGMA integrity_check(1)");
-  if (!query) return Fail(query.error());
-  const auto row = query->Step();
-  if (!row) return Fail(row.error());
-  auto text = *row ? query->Text(0) : std::string{};
-  return text == "ok" ? std::string{} : text;
 }
 
 }  // namespace velmora::store::embedded

@@ -23,7 +23,8 @@ namespace velmora::store::embedded {
 class MessageDatabase {
  public:
   // `hostPath` must exist; an empty file gets its tables at the first BeginWrite. `path`: for error texts.
-  static Result<std::unique_ptr<MessageDatabase>> Open(const std::string& hostPath, std::string path);
+  static Result<std::unique_ptr<MessageDatabase>> Open(const std::string& hostPath, std::string path,
+                                                       Sqlite::Mode mode = Sqlite::Mode::ReadWrite);
 
   // Whether another process or this one has made the tables; without them there is nothing to read.
   Result<bool> HasTables();
@@ -42,7 +43,13 @@ class MessageDatabase {
   Result<int> Count();
   Result<std::vector<EntryKey>> Keys(std::uint32_t filter, EntryOrder order);
   Result<std::vector<EntryKey>> AllKeys();
-  Result<std::vector<EntryKey>> KeysWithContent();  // that have a content file
+  // The content files that entries have, with the bytes that they need to hold at least.
+  struct ContentNeed {
+    EntryKey Key = 0;
+    int File = 0;
+    std::int64_t Size = 0;
+  };
+  Result<std::vector<ContentNeed>> ContentNeeds();
   Result<EntryKey> HighestKeyEver();
   Result<EntryRow> ReadRow(EntryKey key);
   Result<std::vector<AttachmentRecord>> ReadAttachments(EntryKey key);
@@ -51,8 +58,7 @@ class MessageDatabase {
   Result<EntryParts> ReadParts(EntryKey key);
   Result<std::pair<EntryRow, EntryParts>> ReadEntry(EntryKey key);
   Result<EntryRecord> ReadRecord(EntryKey key);
-  // The first finding of SQLite's own check, "" when all is sound.
-  Result<std::string> CheckIntegrity();
+  Result<std::string> FindDamage() { return sqlite_.FindDamage(hostPath_); }
 
   // --- Writing. ---
   Status Insert(const EntryRecord& record);

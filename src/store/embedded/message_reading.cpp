@@ -86,9 +86,20 @@ Result<std::vector<EntryKey>> MessageDatabase::AllKeys() {
   return ReadKeys("SELECT key FROM entries ORDER BY key");
 }
 
-Result<std::vector<EntryKey>> MessageDatabase::KeysWithContent() {
-  return ReadKeys(
-      "SELECT key FROM entries WHERE has_source = 1 UNION SELECT entry FROM attachments ORDER BY 1");
+Result<std::vector<MessageDatabase::ContentNeed>> MessageDatabase::ContentNeeds() {
+  auto query = Prepare(
+      "SELECT entry, file, max(size) FROM (SELECT key AS entry, 1 AS file, 0 AS size FROM entries"
+      " WHERE has_source = 1 UNION ALL SELECT entry, file, offset + length FROM attachments)"
+      " GROUP BY entry, file ORDER BY entry, file");
+  if (!query) return Fail(query.error());
+  std::vector<ContentNeed> needs;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return needs;
+    needs.push_back(
+        {static_cast<EntryKey>(query->Number(0)), static_cast<int>(query->Number(1)), query->Number(2)});
+  }
 }
 
 Result<std::vector<EntryKey>> MessageDatabase::ReadKeys(const char* sql) {

@@ -161,7 +161,12 @@ RuleFile::RuleFile(platform::FileSystem& fileSystem, std::string directory)
     : fileSystem_(fileSystem), directory_(std::move(directory)) {}
 
 std::string RuleFile::Path() const { return JoinPath(directory_, FileName); }
-bool RuleFile::Exists() const { return fileSystem_.FileExists(Path()); }
+
+// An empty file is what a process left that was killed before it wrote its first rule.
+bool RuleFile::Exists() const {
+  const auto entry = fileSystem_.GetEntry(Path());
+  return entry && !entry->IsFolder && entry->Size > 0;
+}
 
 Result<int> RuleFile::Count() {
   if (!Exists()) return 0;

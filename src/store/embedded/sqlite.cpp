@@ -1,6 +1,7 @@
 #include "store/embedded/sqlite.h"
 
 #include <fmt/core.h>
+#include <sys/stat.h>
 
 #include <utility>
 
@@ -12,10 +13,17 @@ namespace {
 constexpr int BusyMilliseconds = 5000;
 
 tl::unexpected<Error> Failure(int code, const char* text) {
+  if (code == SQLITE_READONLY_ROLLBACK) {
+    return Fail(store_error::Unfinished,
+                "Ein abgebrochener Schreibvorgang ist noch nicht zurückgenommen; das geschieht beim nächsten "
+                "Zugriff");
+  }
   switch (code & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       return Fail(store_error::Busy, "Die Datenbank wird von einem anderen Prozess benutzt");
+    case SQLITE_CANTOPEN:
+      return Fail(store_error::Failed, "Die Datenbank lässt sich nicht öffnen");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
       return Fail(store_error::Damaged, fmt::format("Die Datenbank ist beschädigt ({})", text));
@@ -105,6 +113,26 @@ Result<Statement> Sqlite::Prepare(std::string_view sql) {
       sqlite3_prepare_v2(handle_.get(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
   if (code != SQLITE_OK) return Failure(handle_.get(), code);
   return Statement(statement);
+}
+
+Result<std::string> Sqlite::FindDamage(const std::string& hostPath) {
+  std::int64_t expected = 1;
+  for (const auto* const pragma : {"PRAGMA page_size", "PRAGMA page_count"}) {
+    auto query = Prepare(pragma);
+    if (!query) return Fail(query.error());
+    if (const auto row = query->Step(); !row) return Fail(row.error());
+    expected *= query->Number(0);
+  }
+  struct stat status {};
+  if (stat(hostPath.c_str(), &status) == 0 && status.st_size < expected) {
+    return fmt::format("Der Datei fehlen {} Bytes", expected - status.st_size);
+  }
+  auto query = Prepare("PRAGMA integrity_check(1)");
+  if (!query) return Fail(query.error());
+  const auto row = query->Step();
+  if (!row) return Fail(row.error());
+  auto text = *row ? query->Text(0) : std::string();
+  return text == "ok" ? std::string() : text;
 }
 
 bool Sqlite::IsInTransaction() const { return sqlite3_get_autocommit(handle_.get()) == 0; }

@@ -50,6 +50,10 @@ class Sqlite {
   Status Execute(const char* sql);
   Result<Statement> Prepare(std::string_view sql);
   std::int64_t LastRowId() const;
+  // What is wrong with the database, whose file is given, "" for nothing: SQLite's own check, and whether all
+  // of its pages are there (SQLite takes what is missing of the last one for zeros). Unfinished when the file
+  // is open for reading only and a write was interrupted.
+  Result<std::string> FindDamage(const std::string& hostPath);
   // False also after an error at which SQLite rolled back by itself (a full disk).
   bool IsInTransaction() const;
 

@@ -15,30 +15,37 @@
 #include "store/embedded/sqlite.h"
 #include "store/embedded/store_layout.h"
 #include "store/embedded/store_setup.h"
+#include "store/errors.h"
 
 namespace velmora::store::embedded {
 namespace {
 
 using Report = std::function<void(const StoreFinding&)>;
 
-// SQLite's own look at a database; a missing one is for others to judge.
-void CheckDatabase(platform::FileSystem& fileSystem, const std::string& path, const Report& report) {
-  if (!fileSystem.FileExists(path)) return;
+// Whether a database is sound and has the table that makes it what it should be. A missing or empty file is
+// for others to judge.
+void CheckDatabase(platform::FileSystem& fileSystem, const std::string& path, std::string_view table,
+                   const Report& report) {
+  const auto entry = fileSystem.GetEntry(path);
+  if (!entry || entry->IsFolder || entry->Size == 0) return;
   const auto check = [&]() -> Result<std::string> {
     const auto hostPath = fileSystem.HostPath(path);
     if (!hostPath) return Fail(hostPath.error());
     auto database = Sqlite::Open(*hostPath, Sqlite::Mode::ReadOnly);
     if (!database) return Fail(database.error());
-    auto query = database->Prepare("PRAGMA quick_check(1)");
+    const auto damage = database->FindDamage(*hostPath);
+    if (!damage) return Fail(damage.error());
+    if (!damage->empty()) return fmt::format("Die Datenbank ist beschädigt: {}", *damage);
+    auto query = database->Prepare("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?");
     if (!query) return Fail(query.error());
-    const auto row = query->Step();
-    if (!row) return Fail(row.error());
-    return query->Text(0);
+    const auto hasTable = query->Bind(1, table).Step();
+    if (!hasTable) return Fail(hasTable.error());
+    return *hasTable ? std::string() : fmt::format("In der Datenbank fehlt die Tabelle {}", table);
   }();
   if (!check) {
-    report({path, check.error().Text});
-  } else if (*check != "ok") {
-    report({path, fmt::format("Die Datenbank ist beschädigt ({})", *check)});
+    report({path, check.error().Text, check.error().Number == store_error::Unfinished});
+  } else if (!check->empty()) {
+    report({path, *check});
   }
 }
 
@@ -49,7 +56,7 @@ void CheckArchive(platform::FileSystem& fileSystem, MessageStore& messages, cons
         {finding.Key == 0 ? finding.Directory : fmt::format("{}, Eintrag {}", finding.Directory, finding.Key),
          finding.Text, finding.IsNote});
   }
-  CheckDatabase(fileSystem, JoinPath(directory, "archive.urt"), report);
+  CheckDatabase(fileSystem, JoinPath(directory, "archive.urt"), "rules", report);
 }
 
 // Every directory that a record makes an archive, once; links lead to what is visited at its own place.
@@ -58,18 +65,21 @@ int CheckArchives(platform::FileSystem& fileSystem, platform::Clock& clock, Arch
   MessageStore messages(fileSystem, clock);
   std::vector<std::string> waiting{tree.Root().Directory};
   std::set<std::string> visited;
+  int checked = 0;
   while (!waiting.empty()) {
     const std::string directory = std::move(waiting.back());
     waiting.pop_back();
     if (!visited.insert(FoldCase(directory)).second) continue;
+    if (!fileSystem.FolderExists(directory)) continue;  // the tree's own check tells of it
+    ++checked;
     CheckArchive(fileSystem, messages, directory, report);
     const auto children = tree.Children(directory);
-    if (!children) continue;  // the tree's own check tells of it
+    if (!children) continue;  // told as well
     for (const auto& child : *children) {
       if (!child.IsLink) waiting.push_back(child.Directory);
     }
   }
-  return static_cast<int>(visited.size());
+  return checked;
 }
 
 void CheckUsers(ArchiveTree& tree, const StoreLayout& layout, const StoreLocation& store,
@@ -89,11 +99,11 @@ int CheckStore(platform::FileSystem& fileSystem, platform::Clock& clock, const S
                const std::function<void(const StoreFinding&)>& report) {
   const StoreLayout layout(store.ServerName);
   ArchiveTree tree(fileSystem, layout.ArchiveRoot());
-  for (const auto& finding : tree.Check()) report({finding.Directory, finding.Text});
+  for (const auto& finding : tree.Check()) report({finding.Directory, finding.Text, finding.IsNote});
   const int archives = CheckArchives(fileSystem, clock, tree, report);
-  CheckDatabase(fileSystem, JoinPath(layout.Code(), "site.db"), report);
+  CheckDatabase(fileSystem, JoinPath(layout.Code(), "site.db"), "users", report);
   for (const auto log : {ReceiveLogName, SendLogName}) {
-    CheckDatabase(fileSystem, JoinPath(layout.Code(), log), report);
+    CheckDatabase(fileSystem, JoinPath(layout.Code(), log), "entries", report);
   }
   CheckUsers(tree, layout, store, report);
   return archives;

@@ -133,6 +133,22 @@ TEST_F(MessageItemTest, AFieldThatCouldNotBeWrittenIsWrittenLater) {
   EXPECT_EQ(FieldText(Field(key, tag::Comment)), "dazu");
 }
 
+TEST_F(MessageItemTest, AViewShowsTheTextsThatItWrote) {
+  const auto key = Deliver("Subject: x\n\nText\n");
+  const auto view = store->ItemView(In, key);
+  ASSERT_TRUE(view);
+  auto& fields = (*view)->Item().Fields();
+  EXPECT_EQ(Text((*view)->Item(), tag::Comment), "");
+  EXPECT_EQ((*view)->AsMail()->HtmlIndicator().value_or("?"), "");
+  ASSERT_TRUE(fields.Set(tag::Comment, std::string("dazu")));
+  ASSERT_TRUE(fields.Set(tag::HtmlText, std::string("<p>Text</p>")));
+  ASSERT_TRUE(fields.Set(tag::PlainText, FieldValue{}));
+  ASSERT_TRUE((*view)->Item().Update());
+  EXPECT_EQ(Text((*view)->Item(), tag::Comment), "dazu");
+  EXPECT_NE((*view)->AsMail()->HtmlIndicator().value_or(""), "");
+  EXPECT_EQ((*view)->AsMail()->Text().value_or("?"), "");
+}
+
 TEST_F(MessageItemTest, UpdateLeavesWhatOthersChanged) {
   const auto key = Deliver("Subject: x\n\n");
   auto first = Get(key), second = Get(key);

@@ -193,6 +193,26 @@ TEST_F(MessageSafetyTest, BusyDatabaseIsWaitedForAndReported) {
   EXPECT_EQ(Deliver(Mail), 2U);
 }
 
+TEST_F(MessageSafetyTest, ReadingLeavesNoLockBehind) {
+  const auto key = Deliver("Subject: x\nTo: a@example.org\n\nText\n");
+  ASSERT_TRUE(store->Commit());
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(directory.HostPath("archive/in/archive.dat").c_str(), &other), SQLITE_OK);
+  const auto isFree = [&] {
+    const bool begun = sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) == SQLITE_OK;
+    return begun && sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK;
+  };
+  const auto view = store->ItemView(In, key);
+  ASSERT_TRUE(view);
+  EXPECT_TRUE(isFree());
+  EXPECT_EQ((*view)->AsMail()->Text().value_or(""), "Text\r\n");
+  EXPECT_TRUE(isFree());
+  EXPECT_EQ((*view)->AsMail()->To()->size(), 1U);
+  EXPECT_FALSE(store->ItemView(In, key + 1));
+  EXPECT_TRUE(isFree());
+  sqlite3_close(other);
+}
+
 TEST_F(MessageSafetyTest, MoveBackAndForthLosesNothing) {
   EntryStore entries(*files, clock);
   const auto key = Deliver(Mail);

@@ -112,6 +112,14 @@ TEST_F(RulesTest, ACopyOfTheFileShowsItsRules) {
   EXPECT_EQ((*other->Rules().Item(0))->Data(), FullRule());
 }
 
+TEST_F(RulesTest, AnEmptyFileHoldsNoRulesAndTakesThem) {
+  ASSERT_TRUE(fileSystem_->WriteFile(common_->ID() + "\\archive.urt", ""));
+  EXPECT_EQ(*common_->Rules().Count(), 0);
+  EXPECT_EQ(ErrorOf(common_->Rules().Item(0)), store_error::NotFound);
+  AddRule(*common_, {});
+  EXPECT_EQ(*common_->Rules().Count(), 1);
+}
+
 TEST_F(RulesTest, ForeignBytesAreReportedAndNeverChanged) {
   const std::vector<std::string> contents{std::string(5000, 'x'), std::string("SQLite format 3\0garbage", 23),
                                           std::string(4096, '\0')};

@@ -55,6 +55,80 @@ TEST_F(StoreCheckTest, FindsDanglingRecordsAndLostContentFiles) {
   EXPECT_TRUE(Mentions(findings, "Eintrag"));
 }
 
+TEST_F(StoreCheckTest, FindsDatabasesOfAnotherKindAndCutOnes) {
+  ASSERT_TRUE(DeliverMessage(*anna_, *Archive("Gemeinsam"), PlainMessage, {}));
+  ASSERT_TRUE(anna_->Commit());
+  const auto& root = layout_.Root();
+  ASSERT_TRUE(fileSystem_->CopyFile(root + "\\code\\site.db", root + "\\archive\\common\\archive.urt"));
+  ASSERT_TRUE(fileSystem_->CopyFile(root + "\\code\\site.db", root + "\\code\\david.log"));
+  const auto database = root + "\\archive\\common\\archive.dat";
+  const auto content = fileSystem_->ReadFile(database);
+  ASSERT_TRUE(content);
+  ASSERT_TRUE(fileSystem_->WriteFile(database, content->substr(0, content->size() - 77)));
+  const auto findings = Check();
+  ASSERT_EQ(findings.size(), 3U);
+  EXPECT_NE(findings[0].Text.find("Der Datei fehlen 77 Bytes"), std::string::npos) << findings[0].Text;
+  EXPECT_EQ(findings[1].Text, "In der Datenbank fehlt die Tabelle rules");
+  EXPECT_EQ(findings[2].Text, "In der Datenbank fehlt die Tabelle entries");
+}
+
+TEST_F(StoreCheckTest, FindsContentFilesThatAreTooShort) {
+  const auto key =
+      DeliverMessage(*anna_, *Archive("Gemeinsam"),
+                     "MIME-Version: 1.0\r\nContent-Type: multipart/mixed; boundary=x\r\n\r\n--x\r\n"
+                     "Content-Type: application/pdf; name=a.pdf\r\nContent-Disposition: "
+                     "attachment\r\n\r\nInhalt\r\n--x--\r\n",
+                     {});
+  ASSERT_TRUE(key);
+  ASSERT_TRUE(anna_->Commit());
+  const auto file = layout_.ArchiveRoot() + "\\common\\00000001.001";
+  const auto content = fileSystem_->ReadFile(file);
+  ASSERT_TRUE(content);
+  ASSERT_TRUE(fileSystem_->WriteFile(file, content->substr(0, 60)));
+  const auto findings = Check();
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].Text, "Die Inhaltsdatei ist unvollständig: 00000001.001");
+}
+
+TEST_F(StoreCheckTest, AnInterruptedWriteIsANoteAndStaysAsItIs) {
+  ASSERT_TRUE(DeliverMessage(*anna_, *Archive("Gemeinsam"), PlainMessage, {}));
+  ASSERT_TRUE(anna_->Commit());
+  const std::string journal = location_.HostDirectory + "/archive/common/archive.dat-journal";
+  directory_.WriteHostFile("store/archive/common/archive.dat-journal", std::string(600, 'j'));
+  const auto findings = Check();
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_TRUE(findings[0].IsNote);
+  EXPECT_NE(findings[0].Text.find("abgebrochener Schreibvorgang"), std::string::npos) << findings[0].Text;
+  EXPECT_TRUE(std::filesystem::exists(journal));
+}
+
+TEST_F(StoreCheckTest, ADanglingRecordIsOneFinding) {
+  const auto archive = Create(*Archive("Gemeinsam"), "Weg{WEG}");
+  ASSERT_TRUE(fileSystem_->DeleteFolder(archive->ID(), true));
+  const auto findings = Check();
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_NE(findings[0].Text.find("nennt das fehlende Verzeichnis"), std::string::npos);
+}
+
+TEST_F(StoreCheckTest, AListThatCannotBeReadIsOneFinding) {
+  Create(*Archive("Gemeinsam"), "Post{POST}");
+  const auto list = layout_.ArchiveRoot() + "\\common\\archive.dir";
+  ASSERT_TRUE(fileSystem_->DeleteFile(list, true));
+  std::filesystem::create_symlink("/dev/null", location_.HostDirectory + "/archive/common/archive.dir");
+  const auto findings = Check();
+  ASSERT_EQ(findings.size(), 1U) << "what the list would have named is not known";
+  EXPECT_NE(findings[0].Text.find("keine Archivliste"), std::string::npos) << findings[0].Text;
+}
+
+TEST_F(StoreCheckTest, ACopyOfARecordThatDiffersIsANote) {
+  const auto archive = Create(*Archive("Gemeinsam"), "Post{POST}");
+  ASSERT_TRUE(fileSystem_->WriteFile(archive->ID() + "\\archive.add", std::string(430, 'x')));
+  const auto findings = Check();
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_TRUE(findings[0].IsNote);
+  EXPECT_NE(findings[0].Text.find("archive.add"), std::string::npos);
+}
+
 TEST_F(StoreCheckTest, FindsAUserWithoutArchive) {
   ArchiveTree tree(*fileSystem_, layout_.ArchiveRoot());
   const auto record = tree.FindByDirectory(layout_.UserRoot(bert_.Id));
