@@ -57,6 +57,7 @@ TEST_F(ReportWriterTest, Title) {
 }
 
 TEST_F(ReportWriterTest, HeadingBarStaysAtSizeFour) {
+  // Headings look alike in all reports, whatever size the text before them had.
   writer.Style.FontSize = "1";
   writer.WriteHeadingBar("Übersicht");
   EXPECT_EQ(Written(),

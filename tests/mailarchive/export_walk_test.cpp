@@ -66,7 +66,6 @@ TEST_F(ExportWalkTest, SelectedEntriesOfSubArchivesAreTakenBackwards) {
   sub->Mails[1]->Text = "zweiter";
   store.AddMail(*inbox, "neu");
   inbox->Mails[1]->Text = "zweiter";
-  inbox->Mails[2 - 1]->Text = "zweiter";
   RunArchive(*inbox);
   EXPECT_EQ(Part("Eingang\\neu1.htm", "C"), "zweiter");      // the selected archive forward
   EXPECT_EQ(Part("Eingang\\Alt\\alt.htm", "C"), "zweiter");  // below it backwards
@@ -214,6 +213,17 @@ TEST_F(ExportWalkTest, ErrorLogIsClearedOnlyWhenAsked) {
   options.ClearErrorLog = true;
   RunArchive(*inbox);
   EXPECT_FALSE(run.ErrorLogExists());
+}
+
+TEST_F(ExportWalkTest, IndexOfAnExportKeepsTheWindowAliveButCountsNothing) {
+  RunArchive(*inbox);
+  const int pumpsWithoutIndex = frontEnd.Pumps;
+  options.MakeIndex = true;
+  RunArchive(*inbox);
+  EXPECT_EQ(frontEnd.Pumps - pumpsWithoutIndex,
+            pumpsWithoutIndex + 1 + 4 * 3);  // one poll, four rows, three indexes
+  EXPECT_EQ(run.counters.Messages, 0);
+  EXPECT_EQ(run.counters.Directories, 0);
 }
 
 TEST_F(ExportWalkTest, StoreIsCommittedBeforeTheIndex) {

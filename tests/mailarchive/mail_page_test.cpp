@@ -254,6 +254,7 @@ TEST_F(MailPageTest, CommentIsWrittenDatedAndLinked) {
 }
 
 TEST_F(MailPageTest, FailedCommentLeavesItsVariableInThePage) {
+  // What could not be written can be told from what was not there.
   options.SaveComments = true;
   test::FakeMail& mail = store.AddMail(*archive, "x");
   mail.Fields[store::tag::Comment] = std::string("Text");
@@ -292,6 +293,7 @@ TEST_F(MailPageTest, SmtpHeaderComesOnlyWithAnOriginal) {
 }
 
 TEST_F(MailPageTest, FailingConversionLeavesALinkThatLeadsNowhere) {
+  // The page tells by it that the original was asked for and is missing; a copy does not log it.
   options.SaveOriginals = true;
   RunMail(store.AddMail(*archive, "x"));
   EXPECT_EQ(Value("x.add", "EML"), "");

@@ -61,6 +61,7 @@ TEST(FormatDescriptor, WritesAFaxWithoutMailKeys) {
             "COMMENT=Comments\\Fax_x.txt\r\n");
 }
 
+// Readers of the format expect the keys of a voice mail to end here; its page alone links the comment.
 TEST(FormatDescriptor, AVoiceMailHasNoCommentKeyEvenWithAComment) {
   EntryDescriptor voice;
   voice.Kind = EntryKind::Voice;

@@ -19,6 +19,7 @@ TEST(FillForm, ReplacesEveryOccurrence) {
             "<title>x</title><h1>x</h1>");
 }
 
+// Forms of users name variables that no release has ever filled; their pages show them as they stand.
 TEST(FillForm, LeavesVariablesThatNobodyFills) {
   EXPECT_EQ(FillForm("%VELMORA_VERSION% %VELMORA_TO% %VELMORA_", {{"%VELMORA_TO%", "b"}}),
             "%VELMORA_VERSION% b %VELMORA_");

@@ -159,6 +159,7 @@ TEST_F(MarkerTest, OnlyRootAndSubCanHoldContent) {
 }
 
 TEST_F(MarkerTest, RootAndSubTogetherCountAsRootButReadAsSub) {
+  // An export may start in a directory that mirrors an archive: it has a way up no more, and keeps its texts.
   Write("VelmoraRootArc.vla", "ArchiveDisplayName=root\r\n");
   Write("VelmoraSubArc.vla", "ArchiveDisplayName=sub\r\n");
   EXPECT_EQ(Kind(), MailArcKind::Root);
