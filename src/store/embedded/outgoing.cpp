@@ -94,7 +94,7 @@ Result<std::string> MessageBytes(StoreSession& session, DvItem& item, EntryKey k
 
 void LogSending(StoreSession& session, DvMailItem& mail, EntryKey key) {
   const auto location = mail.Item().Fields().Get(tag::Location);
-  auto entry = LogEntryOf(mail, session.Clock.Now());
+  auto entry = LogEntryOf(mail.Item(), session.Clock.Now());
   entry.Comment = fmt::format("Benutzer: {}\r\nArchiv: {}\r\nEintrag: {}\r\n", session.User.LoginName,
                               StripBackslash(DirectoryOf(FieldText(location.value_or(FieldValue())))), key);
   session.Logs.NoteSent(std::move(entry));
@@ -132,10 +132,9 @@ Status SubmitMail(StoreSession& session, DvMailItem& mail, EntryKey key) {
 }
 
 void LogDelivery(StoreSession& session, std::string_view directory, EntryKey key, std::string_view origin) {
-  const auto view = session.Messages.ItemView(directory, key);
-  auto* const mail = view ? (*view)->AsMail() : nullptr;
-  if (mail == nullptr) return;  // gone again already
-  auto entry = LogEntryOf(*mail, session.Clock.Now());
+  const auto item = session.Messages.GetEntry(directory, key);
+  if (!item) return;  // gone again already
+  auto entry = LogEntryOf(**item, session.Clock.Now());
   entry.Comment = fmt::format("Quelle: {}\r\nArchiv: {}\r\nEintrag: {}\r\n", origin, directory, key);
   session.Logs.NoteReceived(std::move(entry));
 }

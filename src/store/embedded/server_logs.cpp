@@ -39,8 +39,7 @@ EntryRecord MakeRecord(const LogEntry& entry, EntryKey key, std::uint32_t flags)
   row.Type = item_type::EMail;
   row[Column::Flags] = std::int64_t{flags};
   row[Column::StatusTime] = entry.Time;
-  row[Column::SenderName] = entry.Sender.Name;
-  row[Column::SenderAddress] = entry.Sender.Address;
+  row[Column::SenderAddress] = entry.Sender;
   row[Column::Subject] = entry.Subject;
   row[Column::RecipientText] = entry.RecipientText;
   row[Column::SendStatus] = entry.SendStatus;
@@ -63,14 +62,14 @@ Status MakeServerLogs(platform::FileSystem& fileSystem, platform::Clock& clock, 
   return {};
 }
 
-LogEntry LogEntryOf(DvMailItem& mail, DateTime time) {
-  LogEntry entry;
-  entry.Time = time;
-  entry.Subject = mail.Subject().value_or("");
-  entry.Sender = mail.Sender().value_or(DvRecipient());
-  entry.RecipientText = FieldText(mail.Item().Fields().Get(tag::RecipientText).value_or(FieldValue()));
-  entry.SendStatus = mail.SendStatus().value_or(send_status::Sent);
-  return entry;
+LogEntry LogEntryOf(DvItem& item, DateTime time) {
+  const auto value = [&](FieldTag tag) { return item.Fields().Get(tag).value_or(FieldValue()); };
+  return {.Time = time,
+          .Subject = FieldText(value(tag::Subject)),
+          .Sender = FieldText(value(tag::SenderAddress)),
+          .RecipientText = FieldText(value(tag::RecipientText)),
+          .SendStatus = FieldNumber(value(tag::SendStatus)),
+          .Comment = {}};
 }
 
 ServerLogs::ServerLogs(platform::FileSystem& fileSystem, platform::Clock& clock, const StoreLayout& layout)

@@ -24,17 +24,16 @@ inline constexpr std::string_view SendLogName = "david.log";
 // Makes the logs that are missing, without entries.
 Status MakeServerLogs(platform::FileSystem& fileSystem, platform::Clock& clock, const StoreLayout& layout);
 
-// An entry of a log: what a list shows of the mail, and a comment that tells where it came from and went to.
+// An entry of a log: what a list shows of the mail, in as few fields as will do, and a comment that tells
+// where it came from and went to.
 struct LogEntry {
   DateTime Time;  // of the delivery, not of the mail
-  std::string Subject;
-  DvRecipient Sender;
-  std::string RecipientText;  // all that it tells of them, so that an entry costs little
+  std::string Subject, Sender, RecipientText;
   std::int64_t SendStatus = 0;
   std::string Comment;
 };
 // What the mail itself gives of its log entry; what cannot be read of it stays empty.
-LogEntry LogEntryOf(DvMailItem& mail, DateTime time);
+LogEntry LogEntryOf(DvItem& item, DateTime time);
 
 // The logs of one session. Entries are collected and written many at once, in a short transaction per log and
 // with the log open for no longer than that: other processes write it, too, and it may be copied as a file at
