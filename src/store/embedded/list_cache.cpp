@@ -100,6 +100,7 @@ std::string ShownName(std::string_view recordName, std::string_view directory) {
 
 std::vector<std::size_t> ArchiveList::Assign(std::string content) {
   if (auto changed = ChangeRecords(content)) return std::move(*changed);
+  if (RemoveRecords(content)) return {};
   const std::size_t kept = CountEqualRecords(content, content_);
   while (!records_.empty() && static_cast<std::size_t>(records_.back().Number) > kept) {
     Forget(records_.size() - 1);
@@ -137,6 +138,34 @@ std::optional<std::vector<std::size_t>> ArchiveList::ChangeRecords(std::string& 
     changed.push_back(position);
   }
   return changed;
+}
+
+bool ArchiveList::RemoveRecords(std::string& content) {
+  const std::size_t count = CountRecords(content), oldCount = CountRecords(content_);
+  if (count >= oldCount) return false;
+  const std::size_t gone = oldCount - count, kept = CountEqualRecords(content, content_);
+  const auto behind = [](std::string_view text, std::size_t number) {
+    return text.substr(number * DirRecord::Size);
+  };
+  if (behind(content, kept) != behind(content_, kept + gone)) return false;
+
+  const auto positionOf = [&](std::size_t number) {
+    const auto found =
+        std::ranges::lower_bound(records_, static_cast<int>(number), {}, &ListedRecord::Number);
+    return static_cast<std::size_t>(found - records_.begin());
+  };
+  const std::size_t first = positionOf(kept + 1), last = positionOf(kept + gone + 1), removed = last - first;
+  for (std::size_t position = first; position < last; ++position) Forget(position);
+  records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(first),
+                 records_.begin() + static_cast<std::ptrdiff_t>(last));
+  for (std::size_t position = first; position < records_.size(); ++position)
+    records_[position].Number -= static_cast<int>(gone);
+  for (Positions* const places : {&byDirectory_, &byName_})
+    for (auto& [key, positions] : *places)
+      for (std::size_t& position : positions)
+        if (position >= last) position -= removed;
+  content_ = std::move(content);
+  return true;
 }
 
 void ArchiveList::Enter(std::size_t position) {

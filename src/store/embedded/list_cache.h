@@ -37,8 +37,9 @@ struct ListedRecord {
 
 class ArchiveList {
  public:
-  // The new content of the file. Records that did not change are not read again: appending and changing cost
-  // what was appended or changed. Returns the positions in Records of those that are new.
+  // The new content of the file. Records that did not change are not read again: appending, changing and
+  // removing cost what was appended, changed or removed. Returns the positions in Records of those that are
+  // new.
   std::vector<std::size_t> Assign(std::string content);
 
   const std::string& Content() const { return content_; }
@@ -55,6 +56,8 @@ class ArchiveList {
   // As Assign, for a content of the same length; nothing when a record has gained or lost its path, so that
   // those behind it stand elsewhere.
   std::optional<std::vector<std::size_t>> ChangeRecords(std::string& content);
+  // As Assign, for a content in which some records in a row are missing; false for any other.
+  bool RemoveRecords(std::string& content);
   void Enter(std::size_t position);
   void Forget(std::size_t position);
 

@@ -103,6 +103,34 @@ TEST_F(TreeSafetyTest, ARecordChangedInTheMiddleIsFoundByItsNewNameAndPathAlone)
   EXPECT_FALSE(Tree->FindByDirectory(other));
 }
 
+TEST_F(TreeSafetyTest, RecordsBehindARemovedOneAreFoundAtTheirNewNumbers) {
+  std::vector<ArchiveRecord> made;
+  for (const auto* name : {"Eins", "Zwei", "Drei", "Eins", "Vier"}) made.push_back(Make(Root, name));
+  ASSERT_TRUE(Tree->RemoveRecord(made[1]));
+  EXPECT_EQ(ChildNames(Root), (Names{"Eins", "Drei", "Eins", "Vier"}));
+  EXPECT_EQ(Tree->FindByDirectory(made[3].Directory)->RecordNumber, 3);
+  EXPECT_EQ(Tree->FindByNames(Root, {"Vier"})->RecordNumber, 4);
+  EXPECT_FALSE(Tree->FindByNames(Root, {"Zwei"}));
+  ASSERT_TRUE(Tree->RemoveRecord(made[0]));
+  EXPECT_EQ(Tree->FindByNames(Root, {"Eins"})->Directory, made[3].Directory);
+  ASSERT_TRUE(Tree->Rename(made[4], "Letzter"));
+  EXPECT_EQ(ChildNames(Root), (Names{"Drei", "Eins", "Letzter"}));
+
+  // Another program takes two at once, a record without a path among them.
+  const ArchiveRecord last = Make(Root, "Ende");
+  std::string list = Temp.ReadHostFile("ARCHIVE/archive.dir");
+  list.insert(DirRecord::Size, std::string(DirRecord::Size, '\0'));
+  Temp.WriteHostFile("ARCHIVE/archive.dir", list);
+  EXPECT_EQ(Tree->FindByDirectory(last.Directory)->RecordNumber, 5);
+  list.erase(DirRecord::Size, 2 * DirRecord::Size);
+  Temp.WriteHostFile("ARCHIVE/archive.dir", list);
+  EXPECT_EQ(ChildNames(Root), (Names{"Drei", "Letzter", "Ende"}));
+  EXPECT_EQ(Tree->FindByDirectory(last.Directory)->RecordNumber, 3);
+  EXPECT_FALSE(Tree->FindByDirectory(made[3].Directory));
+  Temp.WriteHostFile("ARCHIVE/archive.dir", list.substr(0, DirRecord::Size));
+  EXPECT_EQ(ChildNames(Root), Names{"Drei"});
+}
+
 TEST_F(TreeSafetyTest, OldChangeBehindASetBackTimeIsSeen) {
   Make(Root, "Eins");
   const std::string before = RootList();
