@@ -7,8 +7,7 @@
 namespace velmora::mailarchive {
 
 // Every name is cut to what a file can bear, keeping its extension, and characters beyond Windows-1252 stand
-// as
-// "_", among them those that turn the direction of writing and so disguise an extension.
+// as "_", among them those that turn the direction of writing and so disguise an extension.
 
 // The name of an attachment that belongs to a page: the part before the last "." made file-safe, the last "."
 // and what follows as they stand, as far as a file name can hold them. A name without a "." takes `previous`,
