@@ -136,7 +136,7 @@ TEST_F(ExportWalkTest, MoveDeletesATreeFromItsLeavesUp) {
   options.Mode = CopyMode::Move;
   options.DeleteArchives = true;
   RunArchive(*inbox);
-  EXPECT_EQ(store.Find(sub->FullPath), nullptr);
+  EXPECT_EQ(store.Find("/Archive/Eingang/Alt"), nullptr);
   EXPECT_EQ(store.Deletions[2], "archive /Archive/Eingang/Alt");
 }
 

@@ -50,6 +50,12 @@ struct FakeArchiveData {
 class FakeStore {
  public:
   explicit FakeStore(platform::FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+  FakeStore(const FakeStore&) = delete;
+  FakeStore& operator=(const FakeStore&) = delete;
+  // Links may lead in circles.
+  ~FakeStore() {
+    for (const auto& archive : archives_) archive->SubArchives.clear();
+  }
 
   FakeArchiveData& AddArchive(FakeArchiveData* parent, std::string name, std::string id);
   FakeArchiveData& AddLink(FakeArchiveData& parent, const FakeArchiveData& target);

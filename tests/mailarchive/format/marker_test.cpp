@@ -6,6 +6,8 @@
 namespace velmora::mailarchive {
 namespace {
 
+using namespace std::literals;
+
 class MarkerTest : public FolderTest {
  protected:
   MailArcKind Kind() { return GetMailArcKind(*Files, Folder.Path()); }
@@ -178,7 +180,7 @@ TEST_F(MarkerTest, ReadsLegacyMarkers) {
 }
 
 TEST_F(MarkerTest, AMarkerOfGarbageGivesEmptyValues) {
-  Write("VelmoraSubArc.vla", std::string("\0\xFF=\r\n=\r\nArchive\0DisplayName=x\n", 32));
+  Write("VelmoraSubArc.vla", std::string("\0\xFF=\r\n=\r\nArchive\0DisplayName=x\n"sv));
   EXPECT_EQ(ReadArcDescriptor(*Files, Folder.Path())->ArchiveDisplayName, "");
 }
 
