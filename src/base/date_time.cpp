@@ -55,8 +55,8 @@ std::optional<DateTime> DateTime::FromCivil(const CivilTime& civil) {
   const auto monthNumber = static_cast<unsigned>(civil.Month);
   const auto dayNumber = static_cast<unsigned>(civil.Day);
   if (!year_month_day(year(civil.Year), month(monthNumber), day(dayNumber)).ok()) return std::nullopt;
-  return DateTime(DayNumber(civil.Year, monthNumber, dayNumber) * SecondsPerDay + civil.Hour * 3600 +
-                  civil.Minute * 60 + civil.Second);
+  return DateTime(DayNumber(civil.Year, monthNumber, dayNumber) * SecondsPerDay +
+                  std::int64_t{civil.Hour} * 3600 + std::int64_t{civil.Minute} * 60 + civil.Second);
 }
 
 CivilTime DateTime::Civil() const {

@@ -99,7 +99,7 @@ Result<bool> MboxSource::ReadLine() {
   line_.clear();
   while (true) {
     if (consumed_ == buffer_.size()) {
-      const auto filled = FillBuffer();
+      auto filled = FillBuffer();
       if (!filled) return filled;
       if (!*filled) return !line_.empty();
     }

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "cli/exit_status.h"
+#include "cli/output.h"
 #include "platform/clock.h"
 #include "platform/host.h"
 #include "platform/host_file_system.h"
@@ -31,6 +33,20 @@ Result<SignedOnStore> SignOn(const std::string& storeOption) {
                                                              request.LoginName, access.Location.ServerName));
   }
   return access;
+}
+
+tl::expected<SignedOnStore, int> SignOnAsAdministrator(const std::string& storeOption,
+                                                       std::string_view refusal) {
+  auto access = SignOn(storeOption);
+  if (!access) {
+    PrintError("Anmeldung fehlgeschlagen", access.error());
+    return tl::unexpected(exit_status::NoSignOn);
+  }
+  if (!access->IsAdministrator()) {
+    PrintError(refusal);
+    return tl::unexpected(exit_status::DoneWithErrors);
+  }
+  return *std::move(access);
 }
 
 std::string WindowsPath(platform::FileSystem& fileSystem, const std::string& hostPath) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "base/result.h"
 #include "platform/file_system.h"
@@ -24,6 +25,11 @@ struct SignedOnStore {
 // `storeOption`: the directory that the command line names, "" for none. On a first start a store is made,
 // and the user told. LogonFailed also for a user without rights.
 Result<SignedOnStore> SignOn(const std::string& storeOption);
+
+// The same for a command that is an administrator's alone. Otherwise the exit status, once it has been told
+// why; `refusal` is for a user with fewer rights.
+tl::expected<SignedOnStore, int> SignOnAsAdministrator(const std::string& storeOption,
+                                                       std::string_view refusal);
 
 // The Windows path of a file that the user named on the command line.
 std::string WindowsPath(platform::FileSystem& fileSystem, const std::string& hostPath);

@@ -19,15 +19,8 @@ int RunStoreAddUser(const AddUserOptions& options) {
     PrintError("Name und Anmeldename dürfen nicht leer sein");
     return exit_status::WrongUsage;
   }
-  const auto access = SignOn(options.Store);
-  if (!access) {
-    PrintError("Anmeldung fehlgeschlagen", access.error());
-    return exit_status::NoSignOn;
-  }
-  if (!access->IsAdministrator()) {
-    PrintError("Benutzer trägt nur ein Administrator ein");
-    return exit_status::DoneWithErrors;
-  }
+  const auto access = SignOnAsAdministrator(options.Store, "Benutzer trägt nur ein Administrator ein");
+  if (!access) return access.error();
   auto site = embedded::SiteDatabase::Open(embedded::SiteDatabasePath(access->Location.HostDirectory));
   if (!site) {
     PrintError("Standortdaten", site.error());

@@ -14,15 +14,8 @@
 namespace velmora::cli {
 
 int RunStoreCheck(const CheckOptions& options) {
-  const auto access = SignOn(options.Store);
-  if (!access) {
-    PrintError("Anmeldung fehlgeschlagen", access.error());
-    return exit_status::NoSignOn;
-  }
-  if (!access->IsAdministrator()) {
-    PrintError("Den Speicher prüft nur ein Administrator");
-    return exit_status::DoneWithErrors;
-  }
+  const auto access = SignOnAsAdministrator(options.Store, "Den Speicher prüft nur ein Administrator");
+  if (!access) return access.error();
   std::int64_t findings = 0, notes = 0;
   const auto archives = store::embedded::CheckStore(
       *access->FileSystem, platform::SystemClock(), access->Location, [&](const auto& finding) {

@@ -60,15 +60,9 @@ int RunStoreSite(const SiteOptions& options) {
     PrintError(fmt::format("{} ist kein NAME=WERT der Standortdaten", *wrong));
     return exit_status::WrongUsage;
   }
-  const auto access = SignOn(options.Store);
-  if (!access) {
-    PrintError("Anmeldung fehlgeschlagen", access.error());
-    return exit_status::NoSignOn;
-  }
-  if (!access->IsAdministrator()) {
-    PrintError("Standortdaten zeigt und ändert nur ein Administrator");
-    return exit_status::DoneWithErrors;
-  }
+  const auto access =
+      SignOnAsAdministrator(options.Store, "Standortdaten zeigt und ändert nur ein Administrator");
+  if (!access) return access.error();
   auto site = embedded::SiteDatabase::Open(embedded::SiteDatabasePath(access->Location.HostDirectory));
   if (!site) {
     PrintError("Standortdaten", site.error());

@@ -1,4 +1,4 @@
-// Host directories of the process, by the XDG base directory specification and its user directories.
+// Host directories of the process, by the XDG base directories and user directories.
 
 #include <limits.h>
 #include <pwd.h>
@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view ProgramName = "velmora";
 constexpr std::string_view DesignsFolder = "Designs";
 
-// A variable that is set and not empty; the specification makes relative directories count as not set.
+// A variable that is set and not empty; as XDG has it, a relative directory counts as not set.
 std::optional<std::string> DirectoryFrom(const std::string& variable) {
   std::optional<std::string> value = EnvironmentVariable(variable);
   if (!value || !value->starts_with('/')) return std::nullopt;
