@@ -6,7 +6,6 @@ Runs in a mount namespace of its own, since a full and a read-only disk are amon
 """
 
 import base64
-import collections
 import email.message
 import email.policy
 import hashlib
@@ -352,8 +351,10 @@ def test_a_killed_move_loses_nothing(case):
         case.expect(whole_subjects(case) | stored_subjects(case) == subjects, "a message is neither here nor there")
     case.expect(len(stored_subjects(case)) < len(subjects), "no run came as far as a deletion")
     case.run(control, DONE)
-    copies = collections.Counter(path.read_bytes() for path in case.place.archive.rglob("*.eml"))
-    case.expect(set(copies) == set(sources), f"{len(set(sources) - set(copies))} messages are lost")
+    # What was being written at a kill stands torn and without a descriptor; its message came with a later run.
+    copies = {path.read_bytes() for path in case.place.archive.rglob("*.eml")}
+    case.expect(copies >= set(sources), f"{len(set(sources) - copies)} messages are lost")
+    case.expect(whole_subjects(case) == subjects, "not every message has an entry with all its parts")
     case.store_is_right()
 
 
