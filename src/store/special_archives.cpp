@@ -1,5 +1,8 @@
 #include "store/special_archives.h"
 
+#include "base/paths.h"
+#include "base/text.h"
+
 namespace velmora::store {
 
 std::string ArchiveOwnerName(DvAccount& account, int id) {
@@ -10,6 +13,16 @@ std::string ArchiveOwnerName(DvAccount& account, int id) {
   for (const auto& user : *users)
     if (user->UserID() == id) return user->Name();
   return fallback;
+}
+
+bool IsUserArchive(DvAccount& account, std::string_view id) {
+  const std::string directory = StripBackslash(NormalizePath(id));
+  const auto all = account.GetSpecialArchive(special::UserRoots);
+  if (all && IsSameOrBelow(directory, (*all)->ID()))
+    return !EqualsFold(directory, StripBackslash((*all)->ID()));
+  // Who is no administrator sees no other user's archives.
+  const auto own = account.GetSpecialArchive(special::OwnRoot);
+  return own && IsSameOrBelow(directory, (*own)->ID());
 }
 
 }  // namespace velmora::store

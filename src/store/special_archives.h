@@ -67,4 +67,8 @@ inline constexpr std::string_view RemoteAccessIconKey = "AUserRootRem";
 // where no user has the id or the users cannot be read.
 std::string ArchiveOwnerName(DvAccount& account, int id);
 
+// Whether an archive is a user's: it lies below the root of all user archives, or of the signed-on user's
+// own. `id`: its physical directory as a UNC or NetWare path.
+bool IsUserArchive(DvAccount& account, std::string_view id);
+
 }  // namespace velmora::store

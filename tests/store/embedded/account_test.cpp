@@ -2,6 +2,8 @@
 #include <filesystem>
 #include <set>
 
+#include "base/text.h"
+#include "store/special_archives.h"
 #include "store/user_directory.h"
 #include "store_fixture.h"
 
@@ -23,6 +25,19 @@ TEST_F(AccountTest, SignsOnUsersOfTheStoreByTheirLoginName) {
 TEST_F(AccountTest, ServersAreFoundWithoutRegardToCaseAndUnknownOnesRefused) {
   EXPECT_TRUE(TrySignOn("anna", "buero"));
   EXPECT_EQ(ErrorOf(TrySignOn("anna", "WERK")), store_error::LogonFailed);
+}
+
+TEST_F(AccountTest, ArchivesOfUsersAreTold) {
+  const auto bert = SignOn("bert");
+  const std::string ofBert = (*bert->GetSpecialArchive(special::Inbox))->ID();
+  for (auto* const account : {anna_.get(), bert.get()}) {
+    EXPECT_TRUE(IsUserArchive(*account, ofBert));
+    EXPECT_TRUE(IsUserArchive(*account, FoldCase(ofBert) + "\\"));
+    EXPECT_FALSE(IsUserArchive(*account, (*account->GetSpecialArchive(special::Common))->ID()));
+    EXPECT_FALSE(IsUserArchive(*account, ""));
+  }
+  EXPECT_FALSE(IsUserArchive(*anna_, (*anna_->GetSpecialArchive(special::UserRoots))->ID()));
+  EXPECT_TRUE(IsUserArchive(*anna_, R"(BUERO\DAVID:ARCHIVE\USER\00000001\IN)"));
 }
 
 TEST_F(AccountTest, UserWithoutRightsSignsOnWithTrusteesZeroAndReachesNothing) {
