@@ -360,9 +360,11 @@ def test_a_killed_move_loses_nothing(case):
 
 def main():
     if os.environ.pop("VELMORA_TEST_NAMESPACE", "") != "own":
-        user = [] if os.geteuid() == 0 else ["--map-root-user"]
+        command = ["unshare", "--mount"] + ([] if os.geteuid() == 0 else ["--map-root-user"])
+        if subprocess.run([*command, "true"], stderr=subprocess.DEVNULL).returncode != 0:
+            command += ["--propagation", "unchanged"]  # a root directory that is no mount point, as after chroot
         os.environ["VELMORA_TEST_NAMESPACE"] = "own"
-        os.execvp("unshare", ["unshare", "--mount", *user, sys.executable, *sys.argv])
+        os.execvp("unshare", [*command, sys.executable, *sys.argv])
     problems = []
     with workplace.from_command_line(__doc__) as place:
         cases = {name[5:]: run for name, run in globals().items() if name.startswith("test_")}
