@@ -283,12 +283,11 @@ ATTACHMENT_NAMES = [
 def test_odd_attachment_names(case):
     parts = []
     for number, name in enumerate(ATTACHMENT_NAMES):
-        part = email.message.EmailMessage(policy=email.policy.SMTP)
-        part.set_content(b"Anhang %d" % number, maintype="application", subtype="octet-stream", cte="base64")
         encoded = "".join(f"%{byte:02X}" for byte in name.encode())
-        header = f"attachment; filename*=utf-8''{encoded}" if name else "attachment"
-        part["Content-Disposition"] = header
-        parts.append(part.as_bytes())
+        lines = ["Content-Type: application/octet-stream", "Content-Transfer-Encoding: base64",
+                 "Content-Disposition: attachment" + (f"; filename*=utf-8''{encoded}" if name else ""), "",
+                 base64.b64encode(b"Anhang %d" % number).decode()]
+        parts.append("\r\n".join(lines).encode())
     body = b"".join(b"--grenze\r\n" + part + b"\r\n" for part in parts) + b"--grenze--\r\n"
     source = raw("Namen", "", "MIME-Version: 1.0", 'Content-Type: multipart/mixed; boundary="grenze"') + body
     case.deliver("Gemeinsam/A", source)
