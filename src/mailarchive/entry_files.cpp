@@ -28,13 +28,13 @@ platform::WriteOptions EntryFiles::DatedOptions(platform::Create mode) const {
 }
 
 std::string EntryFiles::FreeName(std::string_view folder, std::string_view fileName) {
-  if (!context_.options.NoDuplicates) return std::string(fileName);
+  if (!context_.options.NumbersNames()) return std::string(fileName);
   return Files().UniqueFileName(place_.Directory() + std::string(folder), fileName);
 }
 
 std::string EntryFiles::FreePageName(std::string_view pageFile) {
   std::string name = FreeName("", pageFile);
-  if (!context_.options.NoDuplicates) return name;
+  if (!context_.options.NumbersNames()) return name;
   for (int number = 1; Files().FileExists(place_.Directory() + DescriptorName(name)); ++number) {
     name = FreeName("", NumberedName(pageFile, number));
   }
@@ -43,7 +43,7 @@ std::string EntryFiles::FreePageName(std::string_view pageFile) {
 
 std::optional<std::string> EntryFiles::Write(std::optional<Component> component, std::string_view fileName,
                                              const Writer& writer) {
-  const bool numbering = context_.options.NoDuplicates;
+  const bool numbering = context_.options.NumbersNames();
   const platform::Create mode = numbering ? platform::Create::Exclusive : platform::Create::Overwrite;
   std::string prefix = component ? place_.FolderPrefix(*component) : "";
   std::string name(fileName);

@@ -15,7 +15,7 @@ struct ExportOptions {
   bool SaveComments = false, OnlyComments = false;
   bool SaveSmtpHeader = false;
   bool WithErrors = false;
-  bool NoDuplicates = true;  // numbered names instead of overwriting
+  bool NoDuplicates = true;  // numbered names instead of overwriting; a move numbers always: NumbersNames
   // The run.
   CopyMode Mode = CopyMode::Copy;
   bool MakeIndex = true;
@@ -34,6 +34,9 @@ struct ExportOptions {
   // Texts of the forms.
   std::string CopyRight, Comment;
 
+  // A move deletes what it has written: a file that the next message of the same name overwrites would be
+  // lost, and no error would tell.
+  bool NumbersNames() const { return NoDuplicates || Mode == CopyMode::Move; }
   bool AnyOnly() const { return OnlyAttachments || OnlyOriginals || OnlyComments; }
 };
 

@@ -112,7 +112,7 @@ std::vector<std::string> MailExport::WriteAttachments(Page& page) {
     }
     const std::string prefix = place_.FolderPrefix(Component::Attachments);
     const std::string name = AvoidReservedName(
-        AttachmentFileName((*attachment)->Name(), options_.NoDuplicates ? previous : ""), prefix.empty());
+        AttachmentFileName((*attachment)->Name(), options_.NumbersNames() ? previous : ""), prefix.empty());
     previous = files_.FreeName(prefix, name);
     const auto path = SaveAttachment(Component::Attachments, previous, **attachment);
     if (!path) continue;
@@ -174,7 +174,7 @@ void MailExport::WritePageFile(Page& page, std::string_view form) {
   descriptor.MailArcEntry = *path;
   descriptor.MailArcAdd = DescriptorName(*path);
   const platform::Create mode =
-      options_.NoDuplicates ? platform::Create::Exclusive : platform::Create::Overwrite;
+      options_.NumbersNames() ? platform::Create::Exclusive : platform::Create::Overwrite;
   const Status written = context_.run.fileSystem().WriteFile(
       place_.Directory() + descriptor.MailArcAdd, FormatDescriptor(descriptor), UndatedOptions(mode));
   if (!written) files_.LogFailure(descriptor.MailArcAdd, written.error());

@@ -160,11 +160,6 @@ ControlFile ParseControlFile(std::string_view bytes, const mailarchive::ExportOp
     }
     start = end + 1;
   }
-  if (file.Export.Mode == mailarchive::CopyMode::Move) {
-    // A move deletes what it has written. A file that the next message of the same name overwrites would be
-    // lost, and no error would tell.
-    file.Export.NoDuplicates = true;
-  }
   file.Export.Comment = ReplacePlaceholders(file.Export.Comment, MomentReplacements(moment));
   return file;
 }

@@ -56,7 +56,7 @@ struct MomentTexts {
 // `bytes` are UTF-8 where they hold something beyond ASCII and are valid as such, else Windows-1252; a byte
 // order mark is skipped. Lines that are empty, begin with ";" or hold no "=" are skipped, so are unknown
 // keys. A command that does not exist ends the reading and leaves no command. `defaults` holds what the
-// settings say. A move numbers file names whatever `dstnum` says.
+// settings say.
 ControlFile ParseControlFile(std::string_view bytes, const mailarchive::ExportOptions& defaults,
                              const MomentTexts& moment);
 

@@ -27,6 +27,20 @@ TEST_F(MoveTest, EntryIsDeletedOnceAfterItsFiles) {
   EXPECT_TRUE(HasTarget("x.htm"));
 }
 
+// Without numbers the second mail's files would replace the first's, and both entries would be gone.
+TEST_F(MoveTest, MailsOfOneSubjectAreNumberedWhateverTheOptionSays) {
+  options.NoDuplicates = false;
+  options.SaveOriginals = true;
+  const store::EntryKey first = AddMail("x").Key;
+  const store::EntryKey second = AddMail("x").Key;
+  RunMails({first, second});
+  EXPECT_EQ(store.Deletions, (Strings{"mail 1", "mail 2"}));
+  EXPECT_TRUE(HasTarget("x.htm"));
+  EXPECT_TRUE(HasTarget("x1.htm"));
+  EXPECT_TRUE(HasTarget("Eml\\x.eml"));
+  EXPECT_TRUE(HasTarget("Eml\\x1.eml"));
+}
+
 TEST_F(MoveTest, CopyDeletesNothing) {
   options.Mode = CopyMode::Copy;
   RunMail(AddMail("x"));

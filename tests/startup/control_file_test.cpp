@@ -102,10 +102,10 @@ TEST(ControlFile, ExportWords) {
 TEST(ControlFile, AMoveNeverOverwrites) {
   ExportOptions overwrites;
   overwrites.NoDuplicates = false;
-  EXPECT_TRUE(ParseControlFile("copymode=mov", overwrites, Moment).Export.NoDuplicates);
-  EXPECT_TRUE(Parse("dstnum=n\ncopymode=mov").Export.NoDuplicates);
-  EXPECT_TRUE(Parse("copymode=mov\ndstnum=n").Export.NoDuplicates);
-  EXPECT_FALSE(Parse("copymode=mov\ndstnum=n\ncopymode=cpy").Export.NoDuplicates);
+  EXPECT_TRUE(ParseControlFile("copymode=mov", overwrites, Moment).Export.NumbersNames());
+  EXPECT_TRUE(Parse("dstnum=n\ncopymode=mov").Export.NumbersNames());
+  EXPECT_TRUE(Parse("copymode=mov\ndstnum=n").Export.NumbersNames());
+  EXPECT_FALSE(Parse("copymode=mov\ndstnum=n\ncopymode=cpy").Export.NumbersNames());
 }
 
 TEST(ControlFile, LogWords) {
