@@ -14,7 +14,7 @@
 
 namespace velmora::store {
 
-enum class EntryOrder { Store, ByDate };  // Store: rising keys
+enum class EntryOrder { Store, ByDate, BySubject };  // Store: rising keys; BySubject: without regard to case
 
 class DvArchive {
  public:

@@ -64,21 +64,35 @@ struct DvRecipient {
   bool operator==(const DvRecipient&) const = default;
 };
 
+class DvMessageItem;
 class DvMailItem;
+class DvFaxItem;
+class DvVoiceItem;
+class DvAddressItem;   // address_item.h
+class DvCalendarItem;  // calendar_item.h
+class DvTaskItem;      // task_item.h
+class DvLinkItem;      // link_item.h
 
-// The typed view of an entry. Later kinds of view add their own As... here.
+// The typed view of an entry: one of the As... answers for its type.
 class DvItemView {
  public:
   virtual ~DvItemView() = default;
   virtual int Type() = 0;
   virtual DvItem& Item() = 0;
-  virtual DvMailItem* AsMail() { return nullptr; }
+  virtual DvMessageItem* AsMessage() { return nullptr; }  // mail, fax, SMS, voice, TMail, video, audio
+  virtual DvMailItem* AsMail() { return nullptr; }        // the same without fax and voice
+  virtual DvFaxItem* AsFax() { return nullptr; }
+  virtual DvVoiceItem* AsVoice() { return nullptr; }
+  virtual DvAddressItem* AsAddress() { return nullptr; }
+  virtual DvCalendarItem* AsCalendar() { return nullptr; }
+  virtual DvTaskItem* AsTask() { return nullptr; }
+  virtual DvLinkItem* AsLink() { return nullptr; }
 };
 
-// Mail, SMS, video and audio items.
-class DvMailItem : public DvItemView {
+// What all messages have, whatever carried them.
+class DvMessageItem : public DvItemView {
  public:
-  DvMailItem* AsMail() override { return this; }
+  DvMessageItem* AsMessage() override { return this; }
 
   virtual Result<std::string> Subject() = 0;
   virtual Result<DvRecipient> Sender() = 0;
@@ -86,22 +100,52 @@ class DvMailItem : public DvItemView {
   virtual Result<std::string> OtherRecipientText() = 0;  // the display names, where no address is known
   virtual Result<DateTime> Date() = 0;
   virtual Result<int> SendStatus() = 0;
-  virtual Result<std::string> Text() = 0;           // plain text, lines ended by CR LF
-  virtual Result<std::string> HtmlIndicator() = 0;  // empty for a plain text mail
   virtual Result<std::vector<DvRecipient>> To() = 0;
   virtual Result<std::vector<DvRecipient>> Cc() = 0;
   virtual Result<std::vector<DvRecipient>> Bcc() = 0;
 
-  // Writing a new mail: change, then Update or Submit.
+  // Writing a new message: change, then Item().Update() or Submit.
   virtual Status AddTo(DvRecipient recipient) = 0;
   virtual Status AddCc(DvRecipient recipient) = 0;
   virtual Status AddBcc(DvRecipient recipient) = 0;
   virtual Status SetSender(std::string_view address) = 0;
   virtual Status SetSubject(std::string_view subject) = 0;
+};
+
+// Mail, SMS, TMail, video and audio items.
+class DvMailItem : public DvMessageItem {
+ public:
+  DvMailItem* AsMail() override { return this; }
+
+  virtual Result<std::string> Text() = 0;           // plain text, lines ended by CR LF
+  virtual Result<std::string> HtmlIndicator() = 0;  // empty for a plain text mail
   virtual Status SetText(std::string_view text) = 0;
   virtual Status SetTextFormat(int format) = 0;  // 0 plain text
   // Hands the mail to delivery: flag 1 sends at once.
   virtual Status Submit(int flag) = 0;
+};
+
+// A fax. Sender and recipient are fields: tag::SenderAddress, tag::RecipientAddress.
+class DvFaxItem : public DvMessageItem {
+ public:
+  DvFaxItem* AsFax() override { return this; }
+
+  // Windows path of the TIFF, where the store keeps it whether it is there or not. Read it, never change it.
+  virtual std::string ImagePath() = 0;
+  // Of a new fax, before its Update: takes a copy of the file. Fails with a file error.
+  virtual Status SetImage(std::string_view path) = 0;
+};
+
+// A voice message. Sender and recipient are fields: tag::SenderAddress, tag::RecipientAddress.
+class DvVoiceItem : public DvMessageItem {
+ public:
+  DvVoiceItem* AsVoice() override { return this; }
+
+  // Windows path of the wave file, where the store keeps it whether it is there or not. Read it, never change
+  // it.
+  virtual std::string WavePath() = 0;
+  // Of a new voice message, before its Update: takes a copy of the file. Fails with a file error.
+  virtual Status SetWave(std::string_view path) = 0;
 };
 
 // The entries of an archive that pass a filter. Keys and count are fixed at the call that made it.

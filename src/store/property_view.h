@@ -1,0 +1,38 @@
+// Typed views whose properties are a fixed list: addresses, appointments, tasks, links, TV programs. Each
+// kind's header holds its list as a table, from which commands, lists and backends derive what they need.
+#pragma once
+
+#include <string_view>
+
+#include "base/result.h"
+#include "store/fields.h"
+#include "store/item.h"
+
+namespace velmora::store {
+
+enum class PropertyKind { Text, Number, Flag, Date };
+
+// One property: the name is also that of the field under which DvItem::Fields shows it.
+template <typename Property>
+struct PropertyInfo {
+  Property Which;
+  std::string_view Name;
+  PropertyKind Kind;
+};
+
+template <typename Property>
+class DvPropertyView : public DvItemView {
+ public:
+  // Monostate for a property without a value.
+  virtual Result<FieldValue> Get(Property property) = 0;
+  // Changes the entry in memory; Update or Item().Update() commits. A value of another kind is converted.
+  virtual Status Set(Property property, FieldValue value) = 0;
+
+  Result<std::string> Text(Property property) {
+    const auto value = Get(property);
+    if (!value) return Fail(value.error());
+    return FieldText(*value);
+  }
+};
+
+}  // namespace velmora::store

@@ -1,0 +1,49 @@
+// A sheet of a workbook as a table: its first row names the columns, each further row is a record. Records
+// gather in memory and reach the file with Save: a run adds as many as it likes and the file is written once.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "platform/file_system.h"
+#include "tables/workbook.h"
+
+namespace velmora::tables {
+
+class SheetTable {
+ public:
+  SheetTable(platform::FileSystem& fileSystem, std::string path, Workbook workbook, std::size_t sheet);
+
+  const std::vector<std::string>& Columns() const { return columns_; }
+  std::size_t RowCount() const;  // without the header
+  // The texts of a record in the order of Columns: numbers and dates as a person would read them in German.
+  std::vector<std::string> ReadRow(std::size_t index) const;
+
+  // A record behind the last one that holds a value: for each name its text; a column without a name here
+  // stays empty. An overlong text is cut, and the answer is how many were. ColumnMissing; SheetFull.
+  Result<int> AddRow(const std::vector<std::string_view>& columns, const std::vector<std::string>& values);
+  // Replaces the file atomically when records were added; the old file stands untouched on a failure, and
+  // Save may be tried again.
+  Status Save();
+
+ private:
+  platform::FileSystem& fileSystem_;
+  std::string path_;
+  Workbook workbook_;
+  std::size_t sheet_;
+  std::vector<std::string> columns_;
+  bool isChanged_ = false;
+};
+
+// Opens a sheet for reading and adding; its name is found without regard to case. The file errors,
+// NotAWorkbook, SheetMissing.
+Result<SheetTable> OpenAddressSheet(platform::FileSystem& fileSystem, std::string_view path,
+                                    std::string_view sheet);
+// A workbook with one empty sheet of these columns; an existing file is replaced.
+Status CreateSheetWorkbook(platform::FileSystem& fileSystem, std::string_view path, std::string_view sheet,
+                           const std::vector<std::string_view>& columns);
+
+}  // namespace velmora::tables
