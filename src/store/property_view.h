@@ -2,6 +2,9 @@
 // kind's header holds its list as a table, from which commands, lists and backends derive what they need.
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "base/result.h"
@@ -20,12 +23,23 @@ struct PropertyInfo {
   PropertyKind Kind;
 };
 
+// Whether row i of a table is that of the property with the value i, so that a property is its own index.
+template <typename Property, std::size_t Count>
+constexpr bool IsInOrder(const std::array<PropertyInfo<Property>, Count>& table) {
+  for (std::size_t i = 0; i < Count; ++i) {
+    if (table[i].Which != static_cast<Property>(i)) return false;
+  }
+  return true;
+}
+
 template <typename Property>
 class DvPropertyView : public DvItemView {
  public:
+  using PropertyType = Property;
+
   // Monostate for a property without a value.
   virtual Result<FieldValue> Get(Property property) = 0;
-  // Changes the entry in memory; Update or Item().Update() commits. A value of another kind is converted.
+  // Changes the entry in memory; Item().Update() commits. A value of another kind is converted.
   virtual Status Set(Property property, FieldValue value) = 0;
 
   Result<std::string> Text(Property property) {

@@ -35,7 +35,8 @@ enum class Column : std::size_t {
   SendStatus,
   DocumentFlags,
   Pages,
-  HasSource,  // content file 1 is the source of a mail
+  HasSource,  // content file 1 was stored with the entry: a mail's source, a fax's image, a voice message's
+              // sound
 };
 inline constexpr std::size_t ColumnCount = 19;
 

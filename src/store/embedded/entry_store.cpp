@@ -87,30 +87,30 @@ Status EntryStore::InOneStep(OpenArchive& archive, Write write) {
 }
 
 Result<EntryKey> EntryStore::Insert(std::string_view directory, EntryRecord record,
-                                    std::optional<std::string_view> source) {
+                                    std::optional<std::string_view> content) {
   auto archive = pool_.ForWriting(directory);
   if (!archive) return Fail(archive.error());
   while (true) {
     const auto key = (*archive)->NextKey();
     if (!key) return Fail(key.error());
     record.Row.Key = *key;
-    if (!source) break;
+    if (!content) break;
     const auto path = (*archive)->ContentPath(*key, 1);
-    const auto written = WriteContentFile(path, *source, (*archive)->FileMode());
+    const auto written = WriteContentFile(path, *content, (*archive)->FileMode());
     if (!written && written.error().Number == file_error::AlreadyExists) continue;
     if (!written) return Fail(written.error());
     record.Row[Column::HasSource] = std::int64_t{1};
     break;
   }
   record.Row.AttachmentCount = static_cast<int>(record.Attachments.size());
-  const auto sourcePath = (*archive)->ContentPath(record.Row.Key, 1);
+  const auto contentPath = (*archive)->ContentPath(record.Row.Key, 1);
   const auto inserted =
       InOneStep(**archive, [&](MessageDatabase& database) { return database.Insert(record); });
   if (!inserted) {
-    if (source) (void)RemoveContentFile(sourcePath);  // the caller still has the bytes
+    if (content) (void)RemoveContentFile(contentPath);  // the caller still has the bytes
     return Fail(inserted.error());
   }
-  if (source) (*archive)->NoteWrittenFile(sourcePath);
+  if (content) (*archive)->NoteWrittenFile(contentPath);
   return record.Row.Key;
 }
 

@@ -47,9 +47,10 @@ class EntryStore {
   Result<std::map<FieldTag, std::string>> ReadTexts(std::string_view directory, EntryKey key);
 
   // --- Writing. ---
-  // Gives the record its key. A mail's source becomes content file 1.
+  // Gives the record its key. `content`: content file 1, the source of a mail, the image of a fax, the sound
+  // of a voice message.
   Result<EntryKey> Insert(std::string_view directory, EntryRecord record,
-                          std::optional<std::string_view> source);
+                          std::optional<std::string_view> content);
   Status Update(std::string_view directory, EntryKey key, const EntryChanges& changes);
   // Bytes become a content file of their own and the last attachment of the entry.
   Status AddAttachment(std::string_view directory, EntryKey key, AttachmentRecord attachment,

@@ -1,5 +1,7 @@
 #include "store/embedded/message_item.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -17,6 +19,9 @@
 
 namespace velmora::store::embedded {
 namespace {
+
+// It stands in memory as a whole until the draft is stored.
+constexpr std::int64_t LargestContentFile = std::int64_t{1} << 30;
 
 bool IsSameField(const OtherField& a, const OtherField& b) {
   return a.IsUserField == b.IsUserField && a.Tag == b.Tag && EqualsFold(a.Name, b.Name);
@@ -208,6 +213,21 @@ Status MessageItem::AddAttachment(std::string_view path, std::uint32_t flags) {
   return {};
 }
 
+std::string MessageItem::ContentFilePath() const {
+  return isDraft_ ? std::string() : JoinPath(directory_, ContentFileName(row_.Key, 1));
+}
+
+Status MessageItem::SetContentFile(std::string_view path) {
+  if (!isDraft_) return Fail(store_error::WrongKind, "Die Datei eines gespeicherten Eintrags bleibt");
+  const auto file = store_.Files().GetEntry(path);
+  if (!file) return Fail(file.error());
+  if (file->Size > LargestContentFile) return Fail(store_error::Failed, fmt::format("{} ist zu groß", path));
+  auto bytes = store_.Files().ReadFile(path);
+  if (!bytes) return Fail(bytes.error());
+  draftContent_ = std::move(*bytes);
+  return {};
+}
+
 Status MessageItem::LoadParts() {
   auto parts = store_.ReadParts(directory_, row_.Key);
   if (!parts) return Fail(parts.error());
@@ -293,12 +313,12 @@ Result<MailContent> MessageItem::Content() {
 
 Status MessageItem::InsertDraft() {
   EntryRecord record;
-  std::optional<std::string> source;
+  auto firstFile = draftContent_;
   if (row_.Type == item_type::EMail) {
     const auto content = Content();
     if (!content) return Fail(content.error());
-    source = ComposeMail(*content);
-    record.Attachments = ParseMail(*source).Attachments;
+    firstFile = ComposeMail(*content);
+    record.Attachments = ParseMail(*firstFile).Attachments;
     // The flags that the caller gave, not those that a reader of the message would guess.
     for (std::size_t i = 0; i < record.Attachments.size() && i < attachments_->size(); ++i) {
       record.Attachments[i].Flags = (*attachments_)[i].Flags;
@@ -311,14 +331,15 @@ Status MessageItem::InsertDraft() {
   record.Others = *others_;
   std::erase_if(record.Others,
                 [](const OtherField& field) { return std::holds_alternative<std::monostate>(field.Value); });
-  const auto key = store_.Insert(directory_, std::move(record), source);
+  const auto key = store_.Insert(directory_, std::move(record), firstFile);
   if (!key) return Fail(key.error());
   isDraft_ = false;
   row_.Key = *key;
   changes_ = {};
+  draftContent_.reset();
   const auto parts = std::exchange(draftParts_, {});
   const auto records = std::exchange(attachments_, std::nullopt);
-  if (source) return {};
+  if (row_.Type == item_type::EMail) return {};  // they stand in the source
   for (std::size_t i = 0; i < parts.size(); ++i) {
     if (const auto added = store_.AddAttachment(directory_, row_.Key, (*records)[i], parts[i].Bytes);
         !added) {

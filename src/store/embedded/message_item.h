@@ -56,6 +56,11 @@ class MessageItem : public DvItem {
   Result<FieldValue> OtherValue(bool isUserField, FieldTag tag, std::string_view name);
   Result<std::vector<OtherField>> Others(bool isUserField);
   void SetOther(OtherField field);
+  // Windows path of content file 1 in the archive's present directory, whether it is there or not; of a draft
+  // "".
+  std::string ContentFilePath() const;
+  // Of a draft: a copy of the file becomes content file 1.
+  Status SetContentFile(std::string_view path);
   // All that a message of this entry is made of.
   Result<MailContent> Content();
 
@@ -79,6 +84,7 @@ class MessageItem : public DvItem {
   std::optional<std::vector<FieldTag>> textTags_;  // which big texts there are
   std::optional<std::map<FieldTag, std::string>> texts_;
   std::vector<ComposedPart> draftParts_;
+  std::optional<std::string> draftContent_;
   std::unique_ptr<DvFields> fields_, userFields_;
   std::unique_ptr<DvAttachments> attachmentView_;
 };

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "base/sort_rows.h"
+#include "base/text.h"
 #include "store/embedded/field_codec.h"
 #include "store/embedded/message_database.h"
 #include "store/embedded/message_query.h"
@@ -59,10 +61,16 @@ Result<std::vector<StrayFile>> MessageDatabase::StrayFiles() {
   }
 }
 
+// All but the last are answered by the index alone.
 Result<std::vector<EntryKey>> MessageDatabase::Keys(std::uint32_t filter, EntryOrder order) {
-  auto query = Prepare("SELECT key, class, flags, send_status, attachment_count, status_time FROM entries");
+  constexpr const char* indexed =
+      "SELECT key, class, flags, send_status, attachment_count, status_time FROM entries";
+  constexpr const char* subjects =
+      "SELECT key, class, flags, send_status, attachment_count, subject FROM entries ORDER BY key";
+  auto query = Prepare(order == EntryOrder::BySubject ? subjects : indexed);
   if (!query) return Fail(query.error());
   std::vector<std::pair<std::int64_t, EntryKey>> found;
+  std::vector<std::string> folded;
   while (true) {
     const auto row = query->Step();
     if (!row) return Fail(row.error());
@@ -75,9 +83,15 @@ Result<std::vector<EntryKey>> MessageDatabase::Keys(std::uint32_t filter, EntryO
     if (!PassesFilter(filter, traits)) continue;
     found.emplace_back(order == EntryOrder::ByDate ? query->Number(5) : 0,
                        static_cast<EntryKey>(query->Number(0)));
+    if (order == EntryOrder::BySubject) folded.push_back(FoldCase(query->Text(5)));
+  }
+  std::vector<EntryKey> keys(found.size());
+  if (order == EntryOrder::BySubject) {
+    std::ranges::transform(SortRows(folded, true), keys.begin(),
+                           [&](std::uint32_t row) { return found[row].second; });
+    return keys;
   }
   std::ranges::sort(found);
-  std::vector<EntryKey> keys(found.size());
   std::ranges::transform(found, keys.begin(), &std::pair<std::int64_t, EntryKey>::second);
   return keys;
 }
@@ -87,9 +101,11 @@ Result<std::vector<EntryKey>> MessageDatabase::AllKeys() {
 }
 
 Result<std::vector<MessageDatabase::ContentNeed>> MessageDatabase::ContentNeeds() {
+  // A fax (3) and a voice message (5) are nothing without their file, whoever was to put it there.
   auto query = Prepare(
       "SELECT entry, file, max(size) FROM (SELECT key AS entry, 1 AS file, 0 AS size FROM entries"
-      " WHERE has_source = 1 UNION ALL SELECT entry, file, offset + length FROM attachments)"
+      " WHERE has_source = 1 OR type IN (3, 5) UNION ALL SELECT entry, file, offset + length FROM "
+      "attachments)"
       " GROUP BY entry, file ORDER BY entry, file");
   if (!query) return Fail(query.error());
   std::vector<ContentNeed> needs;

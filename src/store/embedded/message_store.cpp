@@ -8,8 +8,8 @@
 #include "store/embedded/content_files.h"
 #include "store/embedded/database_pool.h"
 #include "store/embedded/entry_store.h"
+#include "store/embedded/item_view.h"
 #include "store/embedded/mail_composer.h"
-#include "store/embedded/mail_item.h"
 #include "store/embedded/mail_parser.h"
 #include "store/embedded/message_item.h"
 #include "store/errors.h"
@@ -145,7 +145,7 @@ Result<EntryKey> MessageStore::Deliver(std::string_view directory, std::string_v
 
 std::string MessageStore::SourcePath(std::string_view directory, EntryKey key) {
   const auto row = state_->Entries.ReadRow(directory, key);
-  if (!row || !FieldBool((*row)[Column::HasSource])) return {};
+  if (!row || row->Type != item_type::EMail || !FieldBool((*row)[Column::HasSource])) return {};
   if (!state_->Entries.ContentPath(directory, key, 1)) return {};
   return JoinPath(directory, ContentFileName(key, 1));
 }

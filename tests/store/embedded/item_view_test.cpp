@@ -1,0 +1,268 @@
+// The typed views of the entries that are no mail.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "base/text.h"
+#include "message_fixture.h"
+#include "platform/file_system.h"
+#include "store/address_item.h"
+#include "store/errors.h"
+#include "store/vocabulary.h"
+#include "target_archive.h"
+
+namespace velmora::store::embedded {
+namespace {
+
+constexpr std::string_view Tiff{"II*\0\xFF\x80 TIFF", 11};
+
+class ItemViewTest : public MessageFixture {
+ protected:
+  std::unique_ptr<DvItemView> Create(int type, const std::string& archive = In) {
+    auto view = store->CreateItem(archive, type);
+    EXPECT_TRUE(view) << view.error().Text;
+    return view ? std::move(*view) : nullptr;
+  }
+  std::unique_ptr<DvItemView> View(EntryKey key, const std::string& archive = In) {
+    auto view = store->ItemView(archive, key);
+    EXPECT_TRUE(view) << view.error().Text;
+    return view ? std::move(*view) : nullptr;
+  }
+  EntryKey StoreFax(const std::string& subject = "Fax") {
+    directory.WriteHostFile("bild.tif", std::string(Tiff));
+    const auto view = Create(item_type::Fax);
+    auto& fax = *view->AsFax();
+    EXPECT_TRUE(fax.SetSubject(subject));
+    EXPECT_TRUE(fax.SetImage(directory.Path("bild.tif")));
+    EXPECT_TRUE(fax.Item().Update());
+    return fax.Item().Key();
+  }
+  EntryKey StoreAddress(const std::string& name) {
+    const auto view = Create(item_type::Address);
+    EXPECT_TRUE(view->AsAddress()->Set(AddressProperty::DisplayName, name));
+    EXPECT_TRUE(view->Item().Update());
+    return view->Item().Key();
+  }
+  std::vector<std::string> SubjectsBySubject(std::uint32_t filter = filter_preset::None) {
+    const auto entries = store->GetEntries(In, filter, EntryOrder::BySubject);
+    EXPECT_TRUE(entries);
+    std::vector<std::string> subjects;
+    for (int i = 0; i < (*entries)->Count(); ++i) {
+      subjects.push_back(FieldText(Field((*entries)->Key(i), tag::Subject)));
+    }
+    return subjects;
+  }
+
+  TargetArchive target{Out};
+};
+
+TEST_F(ItemViewTest, TheTypeAloneDecidesWhichViewThereIs) {
+  for (const int type :
+       {item_type::EMail, item_type::SMS, item_type::TMail, item_type::Video, item_type::Audio}) {
+    const auto view = Create(type);
+    EXPECT_EQ(view->Type(), type);
+    EXPECT_NE(view->AsMessage(), nullptr);
+    EXPECT_NE(view->AsMail(), nullptr);
+    EXPECT_EQ(view->AsFax(), nullptr);
+    EXPECT_EQ(view->AsVoice(), nullptr);
+    EXPECT_EQ(view->AsAddress(), nullptr);
+  }
+  const auto fax = Create(item_type::Fax);
+  EXPECT_NE(fax->AsFax(), nullptr);
+  EXPECT_NE(fax->AsMessage(), nullptr);
+  EXPECT_EQ(fax->AsMail(), nullptr);
+  EXPECT_EQ(fax->AsVoice(), nullptr);
+  const auto voice = Create(item_type::Voice);
+  EXPECT_NE(voice->AsVoice(), nullptr);
+  EXPECT_NE(voice->AsMessage(), nullptr);
+  EXPECT_EQ(voice->AsFax(), nullptr);
+  const auto address = Create(item_type::Address);
+  EXPECT_NE(address->AsAddress(), nullptr);
+  EXPECT_EQ(address->AsMessage(), nullptr);
+  const auto unknown = Create(99);
+  EXPECT_EQ(unknown->Type(), 99);
+  EXPECT_EQ(unknown->AsMessage(), nullptr);
+}
+
+TEST_F(ItemViewTest, AFaxKeepsItsImageByteForByteBesideItsEntry) {
+  directory.WriteHostFile("bild.tif", std::string(Tiff));
+  const auto view = Create(item_type::Fax);
+  auto& fax = *view->AsFax();
+  EXPECT_EQ(fax.ImagePath(), "") << "a draft has no place yet";
+  ASSERT_TRUE(fax.SetImage(directory.Path("bild.tif")));
+  std::filesystem::remove(directory.HostPath("bild.tif"));
+  ASSERT_TRUE(fax.Item().Fields().Set(tag::SenderAddress, std::string("0221 4711")));
+  ASSERT_TRUE(fax.Item().SetPages(2));
+  EXPECT_EQ(Count(), 0);
+  ASSERT_TRUE(fax.Item().Update());
+  EXPECT_EQ(fax.ImagePath(), In + "\\00000001.001");
+  EXPECT_EQ(files->ReadFile(fax.ImagePath()).value_or(""), Tiff);
+  const auto read = View(1);
+  EXPECT_EQ(read->AsFax()->ImagePath(), In + "\\00000001.001");
+  EXPECT_EQ(read->AsFax()->Sender().value_or(DvRecipient{}).Address, "0221 4711");
+  EXPECT_EQ(read->Item().Pages().value_or(0), 2);
+  EXPECT_TRUE(store->Check(In).empty());
+}
+
+TEST_F(ItemViewTest, AFaxTakesItsImageAlongAndLeavesNoneBehind) {
+  const auto key = StoreFax();
+  ASSERT_TRUE(View(key)->Item().CopyTo(target, false));
+  ASSERT_TRUE(View(key)->Item().CopyTo(target, true));
+  ASSERT_TRUE(store->Commit());
+  EXPECT_FALSE(std::filesystem::exists(directory.HostPath("archive/in/00000001.001")));
+  for (const EntryKey copy : {1U, 2U}) {
+    EXPECT_EQ(files->ReadFile(View(copy, Out)->AsFax()->ImagePath()).value_or(""), Tiff);
+  }
+  ASSERT_TRUE(View(1, Out)->Item().Delete());
+  ASSERT_TRUE(store->Commit());
+  EXPECT_FALSE(std::filesystem::exists(directory.HostPath("archive/out/00000001.001")));
+  EXPECT_TRUE(store->Check(In).empty());
+  EXPECT_TRUE(store->Check(Out).empty());
+}
+
+TEST_F(ItemViewTest, AFaxWithoutItsImageIsReportedAndStaysReadable) {
+  const auto key = StoreFax("Angebot");
+  ASSERT_TRUE(store->Commit());
+  std::filesystem::remove(directory.HostPath("archive/in/00000001.001"));
+  const auto findings = store->Check(In);
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].Key, key);
+  EXPECT_EQ(findings[0].Text, "Eintrag ohne Inhaltsdatei: " + In + "\\00000001.001");
+  EXPECT_FALSE(findings[0].IsNote);
+  const auto view = View(key);
+  EXPECT_EQ(view->AsFax()->Subject().value_or(""), "Angebot");
+  EXPECT_EQ(view->AsFax()->ImagePath(), In + "\\00000001.001") << "where it would be";
+  ASSERT_TRUE(view->Item().CopyTo(target, true));
+  EXPECT_EQ(Count(Out), 1);
+}
+
+TEST_F(ItemViewTest, AnEntryThatNeverGotItsFileIsReportedToo) {
+  ASSERT_TRUE(store->CreateEntry(In, item_type::Voice));
+  ASSERT_TRUE(store->CreateEntry(In, item_type::Address));
+  ASSERT_TRUE(store->CreateEntry(In, item_type::SMS));
+  const auto findings = store->Check(In);
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].Key, 1U);
+}
+
+TEST_F(ItemViewTest, AFileCopiedToItsPlaceLaterIsTheFax) {
+  const auto entry = store->CreateEntry(In, item_type::Fax);
+  ASSERT_TRUE(entry);
+  const auto location = FieldText(*(*entry)->Fields().Get(tag::Location));
+  ASSERT_TRUE(files->WriteFile(location + ".001", Tiff));
+  EXPECT_EQ(View((*entry)->Key())->AsFax()->ImagePath(), location + ".001");
+  EXPECT_TRUE(store->Check(In).empty());
+  ASSERT_TRUE((*entry)->CopyTo(target, true));
+  EXPECT_EQ(files->ReadFile(View(1, Out)->AsFax()->ImagePath()).value_or(""), Tiff);
+  EXPECT_TRUE(store->Check(In).empty());
+}
+
+TEST_F(ItemViewTest, TheImageOfAFaxIsNoMailAndNoAttachment) {
+  directory.WriteHostFile("bild.tif", "From: a@b.c\nSubject: no mail\n\nx");
+  directory.WriteHostFile("notiz.txt", "Notiz");
+  const auto view = Create(item_type::Fax);
+  ASSERT_TRUE(view->AsFax()->SetImage(directory.Path("bild.tif")));
+  ASSERT_TRUE(view->Item().Attachments().Add(directory.Path("notiz.txt"), 0));
+  ASSERT_TRUE(view->Item().Update());
+  const auto read = View(1);
+  EXPECT_EQ(read->AsFax()->Subject().value_or("?"), "");
+  EXPECT_EQ(store->SourcePath(In, 1), "");
+  ASSERT_EQ(read->Item().Attachments().Count().value_or(-1), 1) << "the note alone";
+  ASSERT_TRUE((*read->Item().Attachments().Item(0))->SaveAs(directory.Path("gelesen"), false));
+  EXPECT_EQ(directory.ReadHostFile("gelesen"), "Notiz");
+}
+
+TEST_F(ItemViewTest, AFileThatIsNotThereLeavesTheDraftAsItWas) {
+  const auto view = Create(item_type::Voice);
+  EXPECT_EQ(view->AsVoice()->SetWave(directory.Path("fehlt.wav")).error().Number,
+            platform::file_error::FileNotFound);
+  directory.WriteHostFile("ton.wav", "RIFF");
+  ASSERT_TRUE(view->AsVoice()->SetWave(directory.Path("ton.wav")));
+  ASSERT_TRUE(view->Item().Update());
+  EXPECT_EQ(files->ReadFile(view->AsVoice()->WavePath()).value_or(""), "RIFF");
+  directory.WriteHostFile("anderer.wav", "RIFX");
+  EXPECT_EQ(view->AsVoice()->SetWave(directory.Path("anderer.wav")).error().Number, store_error::WrongKind);
+  EXPECT_EQ(View(1)->AsVoice()->SetWave(directory.Path("anderer.wav")).error().Number,
+            store_error::WrongKind);
+}
+
+TEST_F(ItemViewTest, PropertiesOfAnAddressAreFieldsOfTheirNames) {
+  const auto view = Create(item_type::Address);
+  auto& address = *view->AsAddress();
+  for (const auto& info : AddressProperties) {
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(address.Get(info.Which).value_or(true))) << info.Name;
+    const std::string text = info.Kind == PropertyKind::Number ? "7" : "Wert von " + std::string(info.Name);
+    ASSERT_TRUE(address.Set(info.Which, text));
+  }
+  ASSERT_TRUE(address.Item().Update());
+  const auto read = View(1);
+  for (const auto& info : AddressProperties) {
+    const auto value = read->AsAddress()->Get(info.Which);
+    ASSERT_TRUE(value);
+    EXPECT_EQ(read->Item().Fields().Get(info.Name).value_or(FieldValue{}), *value) << info.Name;
+    if (info.Kind == PropertyKind::Number) {
+      EXPECT_EQ(*value, FieldValue(std::int64_t{7})) << info.Name;
+    } else {
+      EXPECT_EQ(FieldText(*value), "Wert von " + std::string(info.Name));
+    }
+  }
+}
+
+TEST_F(ItemViewTest, PropertiesTakeNoBadText) {
+  const auto view = Create(item_type::Address);
+  auto& address = *view->AsAddress();
+  ASSERT_TRUE(address.Set(AddressProperty::Notes, std::string("a\nb\r\nc\rd\0\x1B[2J\xFF", 16)));
+  ASSERT_TRUE(address.Set(AddressProperty::Categories, std::string("zwei")));
+  ASSERT_TRUE(address.Set(AddressProperty::DefaultAddress, std::string(" 12 ")));
+  ASSERT_TRUE(address.Set(AddressProperty::City, std::string()));
+  ASSERT_TRUE(address.Set(AddressProperty::Street, std::int64_t{17}));
+  ASSERT_TRUE(address.Item().Update());
+  const auto read = View(1);
+  const auto text = [&](AddressProperty property) { return read->AsAddress()->Text(property).value_or("?"); };
+  EXPECT_TRUE(text(AddressProperty::Notes).starts_with("a\r\nb\r\nc\r\nd  [2J\xEF\xBF\xBD"));
+  EXPECT_TRUE(IsValidUtf8(text(AddressProperty::Notes)));
+  EXPECT_EQ(text(AddressProperty::Categories), "");
+  EXPECT_EQ(read->AsAddress()->Get(AddressProperty::DefaultAddress).value_or(true),
+            FieldValue(std::int64_t{12}));
+  EXPECT_EQ(read->AsAddress()->Get(AddressProperty::City).value_or(true), FieldValue{});
+  EXPECT_EQ(text(AddressProperty::Street), "17");
+}
+
+TEST_F(ItemViewTest, TheRowOfAnAddressShowsItsDisplayName) {
+  const auto key = StoreAddress("Anna Ähre");
+  EXPECT_EQ(FieldText(Field(key, tag::Subject)), "Anna Ähre");
+  const auto view = View(key);
+  ASSERT_TRUE(view->AsAddress()->Set(AddressProperty::DisplayName, std::string("Anna Berg")));
+  ASSERT_TRUE(view->Item().Update());
+  EXPECT_EQ(FieldText(Field(key, tag::Subject)), "Anna Berg") << "still no subject of its own";
+  const auto named = View(key);
+  ASSERT_TRUE(named->Item().Fields().Set(tag::Subject, std::string("Chefin")));
+  ASSERT_TRUE(named->AsAddress()->Set(AddressProperty::DisplayName, std::string("Anna Carl")));
+  ASSERT_TRUE(named->Item().Update());
+  EXPECT_EQ(FieldText(Field(key, tag::Subject)), "Chefin");
+  EXPECT_EQ(View(key)->AsAddress()->Text(AddressProperty::DisplayName).value_or(""), "Anna Carl");
+}
+
+TEST_F(ItemViewTest, SubjectsAreOrderedWithoutRegardToCaseAndEqualOnesByKey) {
+  for (const auto* const name : {"zebra", "Äpfel", "anna", "ANNA", "", "äPFEL", "Berta"}) StoreAddress(name);
+  EXPECT_EQ(SubjectsBySubject(),
+            (std::vector<std::string>{"", "anna", "ANNA", "Berta", "zebra", "Äpfel", "äPFEL"}));
+  StoreFax("anna");
+  EXPECT_EQ(SubjectsBySubject(filter_preset::OnlyAddress).size(), 7U);
+}
+
+TEST_F(ItemViewTest, TheOrderIsFixedAtTheCall) {
+  const auto first = StoreAddress("a");
+  const auto second = StoreAddress("b");
+  const auto entries = store->GetEntries(In, filter_preset::None, EntryOrder::BySubject);
+  const auto view = View(first);
+  ASSERT_TRUE(view->AsAddress()->Set(AddressProperty::DisplayName, std::string("z")));
+  ASSERT_TRUE(view->Item().Update());
+  StoreAddress("0");
+  ASSERT_EQ((*entries)->Count(), 2);
+  EXPECT_EQ((*entries)->Key(0), first);
+  EXPECT_EQ((*entries)->Key(1), second);
+}
+
+}  // namespace
+}  // namespace velmora::store::embedded
