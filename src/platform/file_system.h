@@ -105,6 +105,8 @@ class FileSystem {
   // Written beside, synced and renamed over: after a crash there is the old or the new content.
   virtual Status ReplaceFile(std::string_view path, std::string_view bytes,
                              const WriteOptions& options = {}) = 0;
+  // All or nothing: a failed append leaves the file as it was, except where another process has appended to
+  // it meanwhile.
   virtual Status AppendFile(std::string_view path, std::string_view bytes) = 0;
   virtual Result<std::unique_ptr<FileReader>> OpenReader(std::string_view path) = 0;
   virtual Result<std::unique_ptr<FileWriter>> OpenWriter(std::string_view path,

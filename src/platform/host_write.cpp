@@ -42,6 +42,14 @@ class HostReader : public FileReader {
   Descriptor file_;
 };
 
+// Cuts off what a failed append has written, unless somebody else has appended behind it.
+void TakeBack(int file, off_t oldSize) {
+  const off_t end = lseek(file, 0, SEEK_CUR);
+  struct stat status {};
+  const bool isLast = end > oldSize && fstat(file, &status) == 0 && status.st_size == end;
+  if (isLast) (void)ftruncate(file, oldSize);  // the failure of the append is what is told
+}
+
 }  // namespace
 
 class HostWriter : public FileWriter {
@@ -213,7 +221,11 @@ Status HostFiles::AppendFile(std::string_view path, std::string_view bytes) {
   if (!place) return Fail(place.error());
   Result<Target> target = OpenTarget(std::move(*place), {.How = Opening::Append});
   if (!target) return Fail(target.error());
-  return FinishTarget(*target, WriteAll(target->File.Get(), bytes), std::nullopt);
+  struct stat before {};
+  if (fstat(target->File.Get(), &before) != 0) return FailWithErrno(errno);
+  const int error = WriteAll(target->File.Get(), bytes);
+  if (error != 0) TakeBack(target->File.Get(), before.st_size);
+  return FinishTarget(*target, error, std::nullopt);
 }
 
 Result<std::unique_ptr<FileWriter>> HostFiles::OpenWriter(std::string_view path,

@@ -234,6 +234,7 @@ TEST_F(WriteTest, AFullDiskIsAnErrorAndLeavesNoHalfFile) {
     EXPECT_EQ(ErrorOf((*writer)->Write(std::string(40'000, 'x'))), 61);
   }
   EXPECT_EQ(Names("*"), (Strings{"kept", "source", "written"}));
+  EXPECT_EQ(dir_.ReadHostFile("kept"), "old");
   EXPECT_EQ(ErrorOf(files_->WriteFile(P("new"), big)), 0);  // the name is free again
 }
 

@@ -17,7 +17,8 @@ namespace velmora::test {
 enum class Fault {
   Open,   // ReadFile, OpenReader, OpenWriter, the source of CopyFile
   Write,  // WriteFile, ReplaceFile, AppendFile, FileWriter::Write and Close, CopyFile: nothing is written
-  ShortWrite,  // the same, but half of the bytes stand in the file (ReplaceFile stays whole: the old content)
+  ShortWrite,  // the same, but half of the bytes stand in the file (ReplaceFile and AppendFile leave the old
+               // content)
   Rename,      // MoveFile, ReplaceFile
   SetTime,     // SetTimes, and every write with a time: the bytes are written, the time is not set
   Delete,      // DeleteFile, DeleteFolder
@@ -65,10 +66,8 @@ class FaultyFileSystem : public platform::FileSystem {
     return Timed(options, [&](const auto& rest) { return real_.ReplaceFile(path, bytes, rest); });
   }
   Status AppendFile(std::string_view path, std::string_view bytes) override {
-    if (const int error = Due(Fault::Write)) return Failure(error);
-    if (const int error = Due(Fault::ShortWrite)) {
-      (void)real_.AppendFile(path, Half(bytes));  // the fault is what is told
-      return Failure(error);
+    for (const Fault kind : {Fault::Write, Fault::ShortWrite}) {
+      if (const int error = Due(kind)) return Failure(error);
     }
     return real_.AppendFile(path, bytes);
   }
