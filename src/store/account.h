@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "base/result.h"
+#include "store/address_item.h"
 #include "store/archive.h"
+#include "store/errors.h"
 
 namespace velmora::store {
 
@@ -43,6 +45,10 @@ class DvUser {
   virtual std::string LoginName() = 0;
   virtual std::uint32_t Trustees() = 0;
   virtual std::string Mailaddress() = 0;
+  // The user's own address, without values where none was given. It stands in no archive: to be read only.
+  virtual Result<std::unique_ptr<DvAddressItem>> VCard() {
+    return Fail(store_error::NotFound, "Der Benutzer hat keine Adresse");
+  }
 };
 
 struct DvBroadcastList {

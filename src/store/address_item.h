@@ -2,6 +2,8 @@
 #pragma once
 
 #include <array>
+#include <map>
+#include <string>
 
 #include "store/property_view.h"
 
@@ -71,6 +73,9 @@ inline constexpr auto AddressProperties = std::to_array<PropertyInfo<AddressProp
     {AddressProperty::AddressCategories, "AddressCategories", PropertyKind::Text},
     {AddressProperty::Photo, "Photo", PropertyKind::Text},  // name of a picture file
 });
+
+// The values of an address as texts; a property that is not there is empty.
+using AddressValues = std::map<AddressProperty, std::string>;
 
 class DvAddressItem : public DvPropertyView<AddressProperty> {
  public:

@@ -47,6 +47,16 @@ inline constexpr FieldTag HtmlRendition =
 inline constexpr FieldTag Recipients = 0xC200800B;  // array of texts
 }  // namespace tag
 
+// Fields that have a name and no number.
+namespace field_name {
+inline constexpr std::string_view AttachmentCount = "AttachCount";  // read-only; no value without attachments
+inline constexpr std::string_view Bcc = "Bc";                       // array of texts
+inline constexpr std::string_view Cc = "Cc";                        // array of texts
+inline constexpr std::string_view DistributionID = "DistributionID";
+inline constexpr std::string_view Pages = "Pages";
+inline constexpr std::string_view SenderDisplayName = "SRFromDisplay";
+}  // namespace field_name
+
 // A field without a value is monostate. Reading helpers below convert as a person would expect.
 using FieldValue =
     std::variant<std::monostate, bool, std::int64_t, double, std::string, DateTime, std::vector<std::string>>;

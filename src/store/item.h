@@ -68,10 +68,11 @@ class DvMessageItem;
 class DvMailItem;
 class DvFaxItem;
 class DvVoiceItem;
-class DvAddressItem;   // address_item.h
-class DvCalendarItem;  // calendar_item.h
-class DvTaskItem;      // task_item.h
-class DvLinkItem;      // link_item.h
+class DvAddressItem;    // address_item.h
+class DvCalendarItem;   // calendar_item.h
+class DvTaskItem;       // task_item.h
+class DvLinkItem;       // link_item.h
+class DvTvProgramItem;  // tv_program_item.h
 
 // The typed view of an entry: one of the As... answers for its type.
 class DvItemView {
@@ -87,6 +88,7 @@ class DvItemView {
   virtual DvCalendarItem* AsCalendar() { return nullptr; }
   virtual DvTaskItem* AsTask() { return nullptr; }
   virtual DvLinkItem* AsLink() { return nullptr; }
+  virtual DvTvProgramItem* AsTvProgram() { return nullptr; }
 };
 
 // What all messages have, whatever carried them.

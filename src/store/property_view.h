@@ -32,6 +32,13 @@ constexpr bool IsInOrder(const std::array<PropertyInfo<Property>, Count>& table)
   return true;
 }
 
+// The property's row in its table.
+template <typename Property, std::size_t Count>
+constexpr const PropertyInfo<Property>& InfoOf(const std::array<PropertyInfo<Property>, Count>& table,
+                                               Property property) {
+  return table[static_cast<std::size_t>(property)];
+}
+
 template <typename Property>
 class DvPropertyView : public DvItemView {
  public:

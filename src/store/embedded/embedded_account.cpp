@@ -42,9 +42,15 @@ Result<std::string> ReadMailFile(platform::FileSystem& fileSystem, std::string_v
 
 }  // namespace
 
+Result<std::unique_ptr<DvAddressItem>> EmbeddedUser::VCard() {
+  const auto values = session_->Site.Card(record_.Id);
+  if (!values) return Fail(values.error());
+  return session_->Messages.MakeAddress(*values);
+}
+
 EmbeddedAccount::EmbeddedAccount(std::shared_ptr<StoreSession> session)
     : session_(std::move(session)),
-      user_(session_->User),
+      user_(session_, session_->User),
       resources_(session_->FileSystem, session_->Layout, session_->Site) {
   // The session owns the message store, and with it the handler.
   session_->Messages.SetSubmitHandler(
@@ -57,7 +63,7 @@ Result<std::vector<std::unique_ptr<DvUser>>> EmbeddedAccount::Users() {
   auto records = session_->Site.Users();
   if (!records) return Fail(records.error());
   std::vector<std::unique_ptr<DvUser>> users;
-  for (auto& record : *records) users.push_back(std::make_unique<EmbeddedUser>(std::move(record)));
+  for (auto& record : *records) users.push_back(std::make_unique<EmbeddedUser>(session_, std::move(record)));
   return users;
 }
 

@@ -15,14 +15,17 @@ namespace velmora::store::embedded {
 
 class EmbeddedUser final : public DvUser {
  public:
-  explicit EmbeddedUser(UserRecord record) : record_(std::move(record)) {}
+  EmbeddedUser(std::shared_ptr<StoreSession> session, UserRecord record)
+      : session_(std::move(session)), record_(std::move(record)) {}
   std::string Name() override { return record_.Name; }
   int UserID() override { return record_.Id; }
   std::string LoginName() override { return record_.LoginName; }
   std::uint32_t Trustees() override { return record_.Rights; }
   std::string Mailaddress() override { return record_.MailAddress; }
+  Result<std::unique_ptr<DvAddressItem>> VCard() override;
 
  private:
+  std::shared_ptr<StoreSession> session_;
   UserRecord record_;
 };
 

@@ -10,6 +10,11 @@ namespace velmora::store::embedded {
 namespace {
 
 constexpr std::array Fields = {
+    FieldInfo{0, field_name::AttachmentCount, "", FieldPlace::AttachmentCount},
+    FieldInfo{0, field_name::Bcc, "Bcc", FieldPlace::Recipients, Column::Flags, 0, RecipientRole::Bcc},
+    FieldInfo{0, field_name::Cc, "", FieldPlace::Recipients, Column::Flags, 0, RecipientRole::Cc},
+    FieldInfo{0, field_name::Pages, "", FieldPlace::Column, Column::Pages},
+    FieldInfo{0, field_name::SenderDisplayName, "SenderName", FieldPlace::Column, Column::SenderName},
     FieldInfo{tag::Flags, "Flags", "", FieldPlace::Column, Column::Flags},
     FieldInfo{tag::ItemType, "ItemType", "Type", FieldPlace::Column, Column::ItemType},
     FieldInfo{tag::RecNo, "RecNo", "", FieldPlace::Key},
@@ -32,7 +37,7 @@ constexpr std::array Fields = {
     FieldInfo{tag::HtmlText, "HtmlText", "", FieldPlace::Text},
     FieldInfo{tag::SmtpHeader, "SmtpHeader", "", FieldPlace::Text},
     FieldInfo{tag::Comment, "Comment", "", FieldPlace::Text},
-    FieldInfo{tag::PlainText, "PlainText", "", FieldPlace::Text},
+    FieldInfo{tag::PlainText, "PlainText", "Content", FieldPlace::Text},
     FieldInfo{tag::HtmlRendition, "HtmlRendition", "", FieldPlace::HtmlRendition},
     FieldInfo{tag::Recipients, "To", "Recipients", FieldPlace::Recipients},
 };

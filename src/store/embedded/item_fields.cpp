@@ -83,7 +83,10 @@ Result<FieldValue> ItemFields::GetKnown(const FieldInfo& field) {
     case FieldPlace::HtmlRendition:
       return Rendition();
     case FieldPlace::Recipients:
-      return RecipientTexts();
+      return RecipientTexts(field.Role);
+    case FieldPlace::AttachmentCount:
+      return item_.Row().AttachmentCount > 0 ? FieldValue(std::int64_t{item_.Row().AttachmentCount})
+                                             : FieldValue{};
   }
   return FieldValue{};
 }
@@ -93,7 +96,7 @@ Status ItemFields::SetKnown(const FieldInfo& field, FieldValue value) {
     return Fail(store_error::ReadOnlyField,
                 fmt::format("Das Feld {} kann nicht geändert werden", field.Name));
   }
-  if (field.Place == FieldPlace::Recipients) return SetRecipientTexts(value);
+  if (field.Place == FieldPlace::Recipients) return SetRecipientTexts(field.Role, value);
   if (field.Place == FieldPlace::Text) {
     item_.SetText(field.Tag, FieldText(value));
   } else if (field.Place == FieldPlace::FlagBit) {
@@ -126,28 +129,28 @@ Result<FieldValue> ItemFields::Rendition() {
   return MakeHtmlRendition(*html, EntryStore::Location(item_.Directory(), item_.Key()), findPart);
 }
 
-Result<FieldValue> ItemFields::RecipientTexts() {
+Result<FieldValue> ItemFields::RecipientTexts(RecipientRole wanted) {
   const auto recipients = item_.Recipients();
   if (!recipients) return Fail(recipients.error());
   std::vector<std::string> texts;
   for (const auto& [role, recipient] : *recipients) {
-    if (role != RecipientRole::To) continue;
+    if (role != wanted) continue;
     texts.push_back(recipient.Address.empty() ? recipient.Name : recipient.Address);
   }
   return texts.empty() ? FieldValue{} : FieldValue(std::move(texts));
 }
 
-Status ItemFields::SetRecipientTexts(const FieldValue& value) {
+Status ItemFields::SetRecipientTexts(RecipientRole role, const FieldValue& value) {
   auto recipients = item_.Recipients();
   if (!recipients) return Fail(recipients.error());
-  std::erase_if(*recipients, [](const RecipientRecord& record) { return record.Role == RecipientRole::To; });
+  std::erase_if(*recipients, [role](const RecipientRecord& record) { return record.Role == role; });
   std::vector<std::string> texts;
   if (const auto* const array = std::get_if<std::vector<std::string>>(&value)) {
     texts = *array;
   } else if (!IsNothing(value)) {
     texts.push_back(FieldText(value));
   }
-  for (auto& text : texts) recipients->push_back({RecipientRole::To, {"", std::move(text)}});
+  for (auto& text : texts) recipients->push_back({role, {"", std::move(text)}});
   item_.SetRecipients(std::move(*recipients));
   return {};
 }

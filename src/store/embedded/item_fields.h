@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "store/embedded/entry_record.h"
 #include "store/fields.h"
 
 namespace velmora::store::embedded {
@@ -34,8 +35,8 @@ class ItemFields : public DvFields {
   Status SetKnown(const FieldInfo& field, FieldValue value);
   Result<bool> HasValue(const FieldInfo& field);
   Result<FieldValue> Rendition();
-  Result<FieldValue> RecipientTexts();
-  Status SetRecipientTexts(const FieldValue& value);
+  Result<FieldValue> RecipientTexts(RecipientRole role);
+  Status SetRecipientTexts(RecipientRole role, const FieldValue& value);
   Result<std::vector<Present>> PresentFields();
 
   MessageItem& item_;

@@ -4,9 +4,13 @@
 #include <array>
 #include <utility>
 
+#include "store/calendar_item.h"
 #include "store/embedded/file_items.h"
 #include "store/embedded/mail_item.h"
 #include "store/embedded/property_item.h"
+#include "store/link_item.h"
+#include "store/task_item.h"
+#include "store/tv_program_item.h"
 #include "store/vocabulary.h"
 
 namespace velmora::store::embedded {
@@ -49,6 +53,10 @@ constexpr auto Views = std::to_array<ViewRow>({
     {item_type::TMail, MakeMail},
     {item_type::Video, MakeMail},
     {item_type::Audio, MakeMail},
+    {item_type::Calendar, Make<PropertyItem<DvCalendarItem, CalendarProperties>>},
+    {item_type::Link, Make<PropertyItem<DvLinkItem, LinkProperties>>},
+    {item_type::TVProgram, Make<PropertyItem<DvTvProgramItem, TvProgramProperties>>},
+    {item_type::Task, Make<PropertyItem<DvTaskItem, TaskProperties>>},
 });
 
 }  // namespace

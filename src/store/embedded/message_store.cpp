@@ -12,6 +12,7 @@
 #include "store/embedded/mail_composer.h"
 #include "store/embedded/mail_parser.h"
 #include "store/embedded/message_item.h"
+#include "store/embedded/property_item.h"
 #include "store/errors.h"
 #include "store/vocabulary.h"
 
@@ -141,6 +142,14 @@ Result<EntryKey> MessageStore::Deliver(std::string_view directory, std::string_v
   if (mail.UnixTime) date = platform::FromUnixTime(*mail.UnixTime);
   if (date.IsNull()) date = state_->Entries.Clock().Now();
   return state_->Entries.Insert(directory, MakeRecord(std::move(mail), date, options.Viewed), message);
+}
+
+std::unique_ptr<DvAddressItem> MessageStore::MakeAddress(const AddressValues& values) {
+  auto address =
+      std::make_unique<AddressItem>(MessageItem::MakeDraft(state_->Entries, "", item_type::Address));
+  // A draft takes every value.
+  for (const auto& [property, text] : values) (void)address->Set(property, text);
+  return address;
 }
 
 std::string MessageStore::SourcePath(std::string_view directory, EntryKey key) {

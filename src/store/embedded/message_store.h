@@ -12,6 +12,7 @@
 #include "base/result.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
+#include "store/address_item.h"
 #include "store/archive.h"
 #include "store/item.h"
 
@@ -47,6 +48,8 @@ class MessageStore {
   // kept as the content file. No message is refused for its structure.
   Result<EntryKey> Deliver(std::string_view directory, std::string_view message,
                            const DeliverOptions& options);
+  // An address that belongs to no archive and cannot be stored.
+  std::unique_ptr<DvAddressItem> MakeAddress(const AddressValues& values);
   // The path of the entry's source of a mail, "" when it has none (not delivered, or its file vanished).
   std::string SourcePath(std::string_view directory, EntryKey key);
   // The bytes of a mail file made of the entry's fields, bodies and attachments, for an entry without a

@@ -27,17 +27,16 @@ class PropertyItem : public Interface {
 
   int Type() override { return item_->Type(); }
   DvItem& Item() override { return *item_; }
-  Result<FieldValue> Get(Property property) override { return item_->Fields().Get(InfoOf(property).Name); }
+  Result<FieldValue> Get(Property property) override {
+    return item_->Fields().Get(InfoOf(Properties, property).Name);
+  }
   Status Set(Property property, FieldValue value) override {
-    const auto& info = InfoOf(property);
+    const auto& info = InfoOf(Properties, property);
     return item_->Fields().Set(info.Name, ToProperty(std::move(value), info.Kind));
   }
 
  private:
-  static constexpr const auto& InfoOf(Property property) {
-    static_assert(IsInOrder(Properties));
-    return Properties[static_cast<std::size_t>(property)];
-  }
+  static_assert(IsInOrder(Properties));
 
   std::unique_ptr<MessageItem> item_;
 };

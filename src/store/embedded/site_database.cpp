@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "store/embedded/sqlite.h"
@@ -18,6 +19,11 @@ constexpr const char* Schema =
     "CREATE TABLE users (id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT NOT NULL,"
     " login TEXT NOT NULL UNIQUE, mail TEXT NOT NULL, rights INTEGER NOT NULL) STRICT;"
     "CREATE TABLE site (name TEXT PRIMARY KEY, value TEXT NOT NULL) STRICT, WITHOUT ROWID;";
+
+// Made with the first card: site data without it are as good.
+constexpr const char* CardSchema =
+    "CREATE TABLE IF NOT EXISTS cards (user INTEGER NOT NULL, property TEXT NOT NULL, value TEXT NOT NULL,"
+    " PRIMARY KEY (user, property)) STRICT, WITHOUT ROWID;";
 
 constexpr const char* UserColumns = "id, name, login, mail, rights";
 
@@ -135,6 +141,42 @@ Result<UserRecord> SiteDatabase::AddUser(UserRecord user) {
   if (!added) return added;
   if (const auto done = transaction->Commit(); !done) return Fail(done.error());
   return added;
+}
+
+Result<AddressValues> SiteDatabase::Card(int userId) {
+  AddressValues values;
+  const auto hasCards =
+      QueryNumber(state_->Database, "SELECT count(*) FROM sqlite_master WHERE name = 'cards'");
+  if (!hasCards) return Fail(hasCards.error());
+  if (*hasCards == 0) return values;
+  auto query = state_->Database.Prepare("SELECT property, value FROM cards WHERE user = ?");
+  if (!query) return Fail(query.error());
+  query->Bind(1, std::int64_t{userId});
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return values;
+    const auto* const info = std::ranges::find(AddressProperties, query->Text(0),
+                                               [](const auto& property) { return property.Name; });
+    if (info != AddressProperties.end()) values[info->Which] = query->Text(1);
+  }
+}
+
+Status SiteDatabase::SetCard(int userId, const AddressValues& values) {
+  auto& database = state_->Database;
+  auto transaction = SqliteTransaction::Begin(database);
+  if (!transaction) return Fail(transaction.error());
+  if (const auto made = database.Execute(CardSchema); !made) return made;
+  auto remove = database.Prepare("DELETE FROM cards WHERE user = ?");
+  if (!remove) return Fail(remove.error());
+  if (const auto done = remove->Bind(1, std::int64_t{userId}).Run(); !done) return done;
+  for (const auto& [property, value] : values) {
+    auto insert = database.Prepare("INSERT INTO cards (user, property, value) VALUES (?, ?, ?)");
+    if (!insert) return Fail(insert.error());
+    insert->Bind(1, std::int64_t{userId}).Bind(2, InfoOf(AddressProperties, property).Name).Bind(3, value);
+    if (const auto done = insert->Run(); !done) return done;
+  }
+  return transaction->Commit();
 }
 
 Result<std::string> SiteDatabase::Value(std::string_view name) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "store/address_item.h"
 #include "store/embedded/users.h"
 
 namespace velmora::store::embedded {
@@ -45,6 +46,10 @@ class SiteDatabase {
   Result<std::optional<UserRecord>> FindUserByLogin(std::string_view loginName);
   // The record with its new id. Failed when the login name is taken.
   Result<UserRecord> AddUser(UserRecord user);
+
+  // The user's own address; empty where none was given. Set replaces it as a whole.
+  Result<AddressValues> Card(int userId);
+  Status SetCard(int userId, const AddressValues& values);
 
   Result<std::string> Value(std::string_view name);
   Status SetValue(std::string_view name, std::string_view value);

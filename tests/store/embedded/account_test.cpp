@@ -64,6 +64,27 @@ TEST_F(AccountTest, ListsUsersWithIdsThatNameTheirDirectories) {
   EXPECT_EQ(UserDirName((*users)[1]->UserID()).size(), 8U);
 }
 
+TEST_F(AccountTest, AUserHasTheCardThatWasGivenLast) {
+  const auto card = [&](const std::string& name) {
+    const auto users = anna_->Users();
+    const auto user = std::ranges::find_if(*users, [&](const auto& one) { return one->Name() == name; });
+    auto address = (*user)->VCard();
+    EXPECT_TRUE(address) << address.error().Text;
+    return std::move(*address);
+  };
+  EXPECT_EQ(card("Bert")->Text(AddressProperty::City).value_or("?"), "") << "none was ever given";
+  ASSERT_TRUE(Site().SetCard(bert_.Id, {{AddressProperty::City, "Köln"}, {AddressProperty::Title, "Dr."}}));
+  ASSERT_TRUE(
+      Site().SetCard(bert_.Id, {{AddressProperty::City, "Bonn"}, {AddressProperty::DefaultAddress, "2"}}));
+  const auto bert = card("Bert");
+  EXPECT_EQ(bert->Text(AddressProperty::City).value_or("?"), "Bonn");
+  EXPECT_EQ(bert->Text(AddressProperty::Title).value_or("?"), "") << "replaced as a whole";
+  EXPECT_EQ(FieldNumber(*bert->Get(AddressProperty::DefaultAddress)), 2);
+  EXPECT_EQ(card("Anna")->Text(AddressProperty::City).value_or("?"), "");
+  EXPECT_FALSE(bert->Item().Update()) << "a card stands in no archive";
+  EXPECT_EQ(SignOn("bert")->User().VCard().value()->Text(AddressProperty::City).value_or("?"), "Bonn");
+}
+
 TEST_F(AccountTest, SpecialArchivesAreDistinctAndEachIsAnArchive) {
   std::set<std::string> ids;
   std::vector<int> kinds{0};

@@ -7,7 +7,11 @@
 #include "message_fixture.h"
 #include "platform/file_system.h"
 #include "store/address_item.h"
+#include "store/calendar_item.h"
 #include "store/errors.h"
+#include "store/link_item.h"
+#include "store/task_item.h"
+#include "store/tv_program_item.h"
 #include "store/vocabulary.h"
 #include "target_archive.h"
 
@@ -186,26 +190,101 @@ TEST_F(ItemViewTest, AFileThatIsNotThereLeavesTheDraftAsItWas) {
             store_error::WrongKind);
 }
 
-TEST_F(ItemViewTest, PropertiesOfAnAddressAreFieldsOfTheirNames) {
-  const auto view = Create(item_type::Address);
-  auto& address = *view->AsAddress();
-  for (const auto& info : AddressProperties) {
-    EXPECT_TRUE(std::holds_alternative<std::monostate>(address.Get(info.Which).value_or(true))) << info.Name;
-    const std::string text = info.Kind == PropertyKind::Number ? "7" : "Wert von " + std::string(info.Name);
-    ASSERT_TRUE(address.Set(info.Which, text));
+// A value of each kind, given as text where a text says it, and what is to be read of it.
+template <typename Property>
+std::pair<FieldValue, FieldValue> SampleOf(const PropertyInfo<Property>& info) {
+  const std::string text = "Wert von " + std::string(info.Name);
+  const auto date = *DateTime::FromCivil({2026, 12, 31, 23, 59, 0});
+  switch (info.Kind) {
+    case PropertyKind::Text:
+      return {text, text};
+    case PropertyKind::Number:
+      return {std::string("7"), std::int64_t{7}};
+    case PropertyKind::Flag:
+      return {std::int64_t{1}, true};
+    case PropertyKind::Date:
+      return {std::string("31.12.2026 23:59"), date};
   }
-  ASSERT_TRUE(address.Item().Update());
-  const auto read = View(1);
-  for (const auto& info : AddressProperties) {
-    const auto value = read->AsAddress()->Get(info.Which);
-    ASSERT_TRUE(value);
-    EXPECT_EQ(read->Item().Fields().Get(info.Name).value_or(FieldValue{}), *value) << info.Name;
-    if (info.Kind == PropertyKind::Number) {
-      EXPECT_EQ(*value, FieldValue(std::int64_t{7})) << info.Name;
-    } else {
-      EXPECT_EQ(FieldText(*value), "Wert von " + std::string(info.Name));
-    }
+  return {};
+}
+
+// Every property is empty at first, takes its value, and is the field of its name.
+template <typename View, typename Table>
+void ExpectPropertiesAreFields(MessageStore& store, int type, View* (DvItemView::*as)(), const Table& table) {
+  const auto draft = store.CreateItem("\\\\ZEB\\DAVID\\archive\\in", type);
+  ASSERT_TRUE(draft);
+  auto* const view = ((**draft).*as)();
+  ASSERT_NE(view, nullptr) << type;
+  EXPECT_EQ((*draft)->AsMessage(), nullptr);
+  for (const auto& info : table) {
+    EXPECT_EQ(view->Get(info.Which).value_or(true), FieldValue{}) << info.Name;
+    ASSERT_TRUE(view->Set(info.Which, SampleOf(info).first)) << info.Name;
   }
+  ASSERT_TRUE(view->Item().Update());
+  const auto stored = store.ItemView("\\\\ZEB\\DAVID\\archive\\in", view->Item().Key());
+  ASSERT_TRUE(stored);
+  auto* const read = ((**stored).*as)();
+  for (const auto& info : table) {
+    EXPECT_EQ(read->Get(info.Which).value_or(FieldValue{}), SampleOf(info).second) << info.Name;
+    EXPECT_EQ((*stored)->Item().Fields().Get(info.Name).value_or(FieldValue{}), SampleOf(info).second)
+        << info.Name;
+  }
+}
+
+TEST_F(ItemViewTest, PropertiesAreFieldsOfTheirNames) {
+  ExpectPropertiesAreFields(*store, item_type::Address, &DvItemView::AsAddress, AddressProperties);
+  ExpectPropertiesAreFields(*store, item_type::Calendar, &DvItemView::AsCalendar, CalendarProperties);
+  ExpectPropertiesAreFields(*store, item_type::Task, &DvItemView::AsTask, TaskProperties);
+  ExpectPropertiesAreFields(*store, item_type::Link, &DvItemView::AsLink, LinkProperties);
+  ExpectPropertiesAreFields(*store, item_type::TVProgram, &DvItemView::AsTvProgram, TvProgramProperties);
+}
+
+TEST_F(ItemViewTest, APropertyThatIsAKnownFieldStandsThere) {
+  const auto link = Create(item_type::Link);
+  ASSERT_TRUE(link->AsLink()->Set(LinkProperty::Name, std::string("Preise\nneu")));
+  const auto task = Create(item_type::Task);
+  ASSERT_TRUE(task->AsTask()->Set(TaskProperty::Priority, std::string("2")));
+  ASSERT_TRUE(task->AsTask()->Set(TaskProperty::Content, std::string("Zeile 1\nZeile 2")));
+  ASSERT_TRUE(task->AsTask()->Set(TaskProperty::DueTime, std::string("31.2.2026")));
+  ASSERT_TRUE(link->Item().Update());
+  ASSERT_TRUE(task->Item().Update());
+  EXPECT_EQ(FieldText(Field(1, tag::Subject)), "Preise  neu") << "a subject is one line";
+  EXPECT_EQ(FieldNumber(Field(2, tag::Priority)), 2);
+  EXPECT_EQ(FieldText(Field(2, tag::PlainText)), "Zeile 1\r\nZeile 2");
+  EXPECT_EQ(View(2)->AsTask()->Get(TaskProperty::DueTime).value_or(true), FieldValue{}) << "no such day";
+}
+
+TEST_F(ItemViewTest, MessagesShowTheirFieldsWithoutANumber) {
+  const auto key =
+      Deliver("From: Anna <a@b.c>\nTo: d@e.f\nCc: g@h.i, j@k.l\nContent-Type: image/gif; name=a.gif\n\nx");
+  const auto item = store->GetEntry(In, key);
+  auto& fields = (*item)->Fields();
+  const auto text = [&](std::string_view name) { return FieldText(fields.Get(name).value_or(FieldValue{})); };
+  EXPECT_EQ(text(field_name::SenderDisplayName), "Anna");
+  EXPECT_EQ(text(field_name::Cc), "g@h.i; j@k.l");
+  EXPECT_EQ(text(field_name::Bcc), "");
+  EXPECT_EQ(text(field_name::AttachmentCount), "1");
+  EXPECT_EQ(text("To"), "d@e.f");
+  ASSERT_TRUE(fields.Set(field_name::Bcc, std::vector<std::string>{"m@n.o"}));
+  ASSERT_TRUE(fields.Set(field_name::Pages, std::int64_t{3}));
+  ASSERT_TRUE(fields.Set(field_name::DistributionID, std::string("V7")));
+  EXPECT_EQ(fields.Set(field_name::AttachmentCount, std::int64_t{3}).error().Number,
+            store_error::ReadOnlyField);
+  ASSERT_TRUE((*item)->Update());
+  const auto view = View(key);
+  EXPECT_EQ(view->AsMail()->Bcc()->size(), 1U);
+  EXPECT_EQ(view->AsMail()->Cc()->size(), 2U);
+  EXPECT_EQ(view->Item().Pages().value_or(0), 3);
+  EXPECT_EQ(FieldText(*view->Item().Fields().Get("distributionid")), "V7");
+}
+
+TEST_F(ItemViewTest, AnAddressWithoutAnArchiveCannotBeStored) {
+  const auto address =
+      store->MakeAddress({{AddressProperty::DisplayName, "Anna"}, {AddressProperty::DefaultAddress, "2"}});
+  EXPECT_EQ(address->Text(AddressProperty::DisplayName).value_or(""), "Anna");
+  EXPECT_EQ(address->Get(AddressProperty::DefaultAddress).value_or(true), FieldValue(std::int64_t{2}));
+  EXPECT_EQ(address->Text(AddressProperty::City).value_or("?"), "");
+  EXPECT_FALSE(address->Item().Update());
 }
 
 TEST_F(ItemViewTest, PropertiesTakeNoBadText) {
