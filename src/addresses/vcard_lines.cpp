@@ -94,6 +94,13 @@ Encoding ReadHead(std::string_view head, VCardLine& line) {
   return encoding;
 }
 
+bool IsQuotedPrintable(std::string_view line) {
+  const auto colon = FindColon(line);
+  if (colon == std::string_view::npos) return false;
+  VCardLine head;
+  return ReadHead(line.substr(0, colon), head).IsQuotedPrintable;
+}
+
 int HexDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'A' && c <= 'F') return c - 'A' + 10;
@@ -147,13 +154,14 @@ void AppendEscaped(std::string_view value, std::size_t& position, VCardVersion v
   position += isEscape ? 2 : 1;
 }
 
-// Split at every ";" that is not escaped, or not at all.
-std::vector<std::string> Unescape(std::string_view value, VCardVersion version, bool isSplit) {
+// Split at every separator that is not escaped, or not at all.
+std::vector<std::string> Unescape(std::string_view value, VCardVersion version,
+                                  std::optional<char> separator) {
   std::vector<std::string> texts(1);
   for (std::size_t i = 0; i < value.size();) {
     if (value[i] == '\\') {
       AppendEscaped(value, i, version, texts.back());
-    } else if (isSplit && value[i] == ';') {
+    } else if (value[i] == separator) {
       texts.emplace_back();
       ++i;
     } else {
@@ -168,11 +176,11 @@ std::vector<std::string> Unescape(std::string_view value, VCardVersion version, 
 bool VCardLine::HasType(std::string_view type) const { return std::ranges::find(Types, type) != Types.end(); }
 
 std::string VCardLine::Text(VCardVersion version) const {
-  return ToText(Unescape(Value, version, false).front(), Charset);
+  return ToText(Unescape(Value, version, std::nullopt).front(), Charset);
 }
 
-std::vector<std::string> VCardLine::Components(VCardVersion version) const {
-  auto texts = Unescape(Value, version, true);
+std::vector<std::string> VCardLine::Components(VCardVersion version, char separator) const {
+  auto texts = Unescape(Value, version, separator);
   for (auto& text : texts) text = ToText(text, Charset);
   return texts;
 }
@@ -198,24 +206,23 @@ std::optional<std::string_view> VCardLineReader::PhysicalLine() {
   return line;
 }
 
-void VCardLineReader::Unfold(std::string& line, VCardVersion version) {
-  for (auto next = PeekLine(); next && (next->starts_with(' ') || next->starts_with('\t'));
-       next = PeekLine()) {
-    (void)PhysicalLine();  // it is the one that was looked at
-    // In 2.1 the fold was put before a blank of the text.
-    AppendWithin(line, version == VCardVersion::V21 ? *next : next->substr(1));
-  }
+bool VCardLineReader::AppendFolded(std::string& line, VCardVersion version) {
+  const auto next = PeekLine();
+  if (!next || !(next->starts_with(' ') || next->starts_with('\t'))) return false;
+  (void)PhysicalLine();  // it is the one that was looked at
+  // In 2.1 the fold was put before a blank of the text.
+  AppendWithin(line, version == VCardVersion::V21 ? *next : next->substr(1));
+  return true;
 }
 
-void VCardLineReader::JoinSoftBreaks(std::string& line) {
-  while (line.ends_with('=')) {
-    const auto next = PeekLine();
-    // A card whose last line ends by chance with "=" still has its end.
-    if (!next || EqualsFold(Trim(*next), CardEnd)) return;
-    line.pop_back();
-    (void)PhysicalLine();  // it is the one that was looked at
-    AppendWithin(line, *next);
-  }
+bool VCardLineReader::AppendSoftBroken(std::string& line) {
+  const auto next = PeekLine();
+  // A card whose last line ends by chance with "=" still has its end.
+  if (!line.ends_with('=') || !next || EqualsFold(Trim(*next), CardEnd)) return false;
+  (void)PhysicalLine();  // it is the one that was looked at
+  line.pop_back();
+  AppendWithin(line, *next);
+  return true;
 }
 
 std::optional<VCardLine> VCardLineReader::Next(VCardVersion version) {
@@ -223,13 +230,14 @@ std::optional<VCardLine> VCardLineReader::Next(VCardVersion version) {
     lineNumber_ = linesRead_;
     std::string text;
     AppendWithin(text, *physical);
-    Unfold(text, version);
+    const bool hasSoftBreaks = IsQuotedPrintable(text);
+    while ((hasSoftBreaks && AppendSoftBroken(text)) || AppendFolded(text, version)) {
+    }
     const auto colon = FindColon(text);
     if (colon == std::string::npos) continue;
     VCardLine line;
     const auto encoding = ReadHead(std::string_view(text).substr(0, colon), line);
     if (line.Name.empty()) continue;
-    if (encoding.IsQuotedPrintable) JoinSoftBreaks(text);
     line.IsBase64 = encoding.IsBase64;
     line.Value = text.substr(colon + 1);
     if (encoding.IsQuotedPrintable) line.Value = DecodeQuotedPrintable(line.Value);

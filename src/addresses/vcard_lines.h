@@ -24,10 +24,10 @@ struct VCardLine {
   std::string Value;  // folding and quoted-printable undone; still with its escapes and in its character set
 
   bool HasType(std::string_view type) const;
-  // The value as one text, and split at its ";": escapes undone as the version has them, in UTF-8, without
-  // control characters but CR LF.
+  // The value as one text, and split at each separator that is not escaped: escapes undone as the version has
+  // them, in UTF-8, without control characters but CR LF.
   std::string Text(VCardVersion version) const;
-  std::vector<std::string> Components(VCardVersion version) const;
+  std::vector<std::string> Components(VCardVersion version, char separator = ';') const;
 };
 
 // Reads line after line. The bytes must outlive it.
@@ -43,8 +43,9 @@ class VCardLineReader {
   // Without its end; nothing at the end of the bytes.
   std::optional<std::string_view> PhysicalLine();
   std::optional<std::string_view> PeekLine() const;
-  void Unfold(std::string& line, VCardVersion version);
-  void JoinSoftBreaks(std::string& line);
+  // Each appends the next physical line where it goes on with this one.
+  bool AppendFolded(std::string& line, VCardVersion version);
+  bool AppendSoftBroken(std::string& line);
 
   std::string_view bytes_;
   std::size_t position_ = 0;

@@ -12,6 +12,7 @@
 #include "base/date_time.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "store/vocabulary.h"
 
 namespace velmora::addresses {
 namespace {
@@ -20,7 +21,7 @@ using store::AddressProperty;
 using store::AddressValues;
 
 constexpr std::string_view LineEnd = "\r\n";
-constexpr std::int64_t CategoryBits = 0xFFFF;
+constexpr std::uint32_t AllCategories = 0xFFFF;
 
 // Which places a telephone number may take, the first free one of them; the first row that fits decides. A
 // row without a type fits all.
@@ -50,12 +51,17 @@ constexpr auto TextRows = std::to_array<TextRow>({
     {"FN", AddressProperty::DisplayName},
     {"TITLE", AddressProperty::Title},
     {"URL", AddressProperty::WebAddress},
-    {"CATEGORIES", AddressProperty::AddressCategories},
     {"X-DAVID-VOICEBOX", AddressProperty::VoiceBox},
     {"X-DAVID-PDACATEGORY", AddressProperty::PdaCategory},
 });
 
 std::string OneLine(std::string_view text) { return std::string(Trim(ReplaceAll(text, LineEnd, " "))); }
+
+std::optional<std::uint32_t> NumberOf(std::string_view text, std::uint32_t largest) {
+  const auto number = ParseInteger(text);
+  if (!number || *number < 0 || *number > largest) return std::nullopt;
+  return static_cast<std::uint32_t>(*number);
+}
 
 // The text behind "tel:" or "mailto:", without what may follow the number or address.
 std::string WithoutScheme(std::string_view text, std::string_view scheme) {
@@ -109,11 +115,13 @@ class CardBuilder {
   void AddPhone(const VCardLine& line, std::string_view text);
   void AddNotes(std::string_view text);
   void AddPhoto(const VCardLine& line, std::string_view text);
-  void AddNumber(AddressProperty property, std::string_view text, std::int64_t largest);
+  void AddCategories(const std::vector<std::string>& names);
   void MakeDisplayName();
 
   AddressValues values_;
   std::vector<Mail> mails_;
+  std::uint32_t categories_ = 0;
+  std::vector<std::string> otherCategories_;
   bool hasWorkAddress_ = false;
   std::string plainBirthday_;
 };
@@ -128,6 +136,7 @@ void CardBuilder::Add(const VCardLine& line, VCardVersion version) {
   if (line.IsBase64) return;
   if (line.Name == "N") return AddName(line.Components(version));
   if (line.Name == "ORG") return AddCompany(line.Components(version));
+  if (line.Name == "CATEGORIES") return AddCategories(line.Components(version, ','));
   if (line.Name == "ADR") return AddAddress(line, line.Components(version));
   const auto* const row = std::ranges::find(TextRows, line.Name, &TextRow::Name);
   if (row != TextRows.end()) return Put(row->Property, line.Text(version));
@@ -135,7 +144,7 @@ void CardBuilder::Add(const VCardLine& line, VCardVersion version) {
 }
 
 void CardBuilder::AddSpecial(const VCardLine& line, VCardVersion version) {
-  constexpr std::int64_t anyNumber = std::numeric_limits<std::int32_t>::max();
+  constexpr std::uint32_t anyNumber = std::numeric_limits<std::int32_t>::max();
   const auto text = [&] { return line.Text(version); };
   if (line.Name == "TEL") {
     AddPhone(line, text());
@@ -153,9 +162,10 @@ void CardBuilder::AddSpecial(const VCardLine& line, VCardVersion version) {
   } else if (line.Name == "X-DAVID-2EMAIL") {
     Put(AddressProperty::SecondEMail, text());
   } else if (line.Name == "X-DAVID-CATEGORY") {
-    AddNumber(AddressProperty::Categories, text(), CategoryBits);
+    categories_ |= NumberOf(text(), AllCategories).value_or(0);
   } else if (line.Name == "X-DAVID-DEFAULTADDR") {
-    AddNumber(AddressProperty::DefaultAddress, text(), anyNumber);
+    const auto number = NumberOf(text(), anyNumber);
+    if (number) Put(AddressProperty::DefaultAddress, std::to_string(*number));
   }
 }
 
@@ -220,9 +230,20 @@ void CardBuilder::AddPhoto(const VCardLine& line, std::string_view text) {
   Put(AddressProperty::Photo, name.substr(slash == std::string_view::npos ? 0 : slash + 1));
 }
 
-void CardBuilder::AddNumber(AddressProperty property, std::string_view text, std::int64_t largest) {
-  const auto number = ParseInteger(text);
-  if (number && *number >= 0 && *number <= largest) Put(property, std::to_string(*number));
+// Those that the store knows are bits, the others a text.
+void CardBuilder::AddCategories(const std::vector<std::string>& names) {
+  static const auto known = store::CategoryNames(AllCategories);  // behind an empty one
+  constexpr std::size_t mostOthers = 64;
+  for (const auto& part : names) {
+    const auto name = OneLine(part);
+    const auto found = std::ranges::find_if(known, [&](const auto& one) { return EqualsFold(one, name); });
+    if (name.empty()) continue;
+    if (found != known.end()) {
+      categories_ |= std::uint32_t{1} << (found - known.begin() - 1);
+    } else if (otherCategories_.size() < mostOthers) {
+      otherCategories_.push_back(name);
+    }
+  }
 }
 
 // 2.1 does not require one, and without it nobody would find the address.
@@ -242,6 +263,8 @@ AddressValues CardBuilder::Finish() {
   if (!mails_.empty()) Put(AddressProperty::EMail, mails_[0].Address);
   if (mails_.size() > 1) Put(AddressProperty::SecondEMail, mails_[1].Address);
   Put(AddressProperty::Birthday, plainBirthday_);
+  Put(AddressProperty::AddressCategories, Join(otherCategories_, "; "));
+  if (categories_ != 0) Put(AddressProperty::Categories, std::to_string(categories_));
   MakeDisplayName();
   return std::move(values_);
 }
