@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "tables/sheet_table.h"
 
 namespace velmora::addresses {
 namespace {
@@ -42,48 +43,44 @@ class SheetAddressFile final : public AddressFile {
   std::int64_t unwritten_ = 0, altered_ = 0;
 };
 
-OpenedAddressFile Opened(tables::SheetTable table, Status note = {}) {
-  return {std::make_unique<SheetAddressFile>(std::move(table)), std::move(note)};
-}
+// A workbook and its sheet of addresses.
+struct AddressBook {
+  tables::Workbook Workbook;
+  std::size_t Sheet = 0;
+};
 
-// The template's workbook, to be saved at `path`: a copy that no attribute of the template can spoil, and
-// before which what stands at the path stays.
-Result<tables::SheetTable> FromTemplate(platform::FileSystem& fileSystem, std::string_view path,
-                                        std::string_view workbookTemplate) {
-  auto workbook = tables::ReadWorkbook(fileSystem, workbookTemplate);
-  if (!workbook) return Fail(workbook.error());
-  const auto& sheets = workbook->Sheets;
-  const auto sheet = std::ranges::find_if(
-      sheets, [](const tables::Sheet& candidate) { return EqualsFold(candidate.Name, AddressSheet); });
-  if (sheet == sheets.end()) {
-    return Fail(tables::table_error::SheetMissing,
-                "Der Vorlage fehlt das Blatt " + std::string(AddressSheet));
-  }
-  const auto index = static_cast<std::size_t>(sheet - sheets.begin());
-  tables::SheetTable table(fileSystem, std::string(path), std::move(*workbook), index);
-  const bool hasColumns = std::ranges::all_of(ColumnNames, [&](std::string_view name) {
-    return std::ranges::any_of(table.Columns(),
-                               [&](const std::string& column) { return EqualsFold(column, name); });
-  });
-  if (!hasColumns) return Fail(tables::table_error::ColumnMissing, "Der Vorlage fehlen Spalten");
-  return table;
-}
-
-tl::unexpected<Error> AccessDenied() {
-  return Fail(platform::file_error::AccessDenied,
-              platform::FileErrorText(platform::file_error::AccessDenied));
-}
-
-}  // namespace
-
-tables::SheetTable CreateAddressWorkbook(platform::FileSystem& fileSystem, std::string_view path) {
+// The empty sheet alone.
+AddressBook CreateAddressWorkbook() {
   tables::Row header(ColumnNames.size());
   std::ranges::transform(ColumnNames, header.begin(),
                          [](std::string_view name) { return tables::Cell(std::string(name)); });
-  tables::Workbook workbook;
-  workbook.Sheets.push_back({std::string(AddressSheet), {std::move(header)}, 1});
-  return {fileSystem, std::string(path), std::move(workbook), 0};
+  AddressBook book;
+  book.Workbook.Sheets.push_back({std::string(AddressSheet), {std::move(header)}, 1});
+  return book;
 }
+
+Result<AddressBook> ReadTemplate(platform::FileSystem& fileSystem, std::string_view path) {
+  const auto table = tables::OpenAddressSheet(fileSystem, path, AddressSheet);
+  if (!table) return Fail(table.error());
+  const bool hasColumns = std::ranges::all_of(ColumnNames, [&](std::string_view name) {
+    return std::ranges::any_of(table->Columns(),
+                               [&](const std::string& column) { return EqualsFold(column, name); });
+  });
+  if (!hasColumns) return Fail(tables::table_error::ColumnMissing, "Der Vorlage fehlen Spalten");
+  auto workbook = tables::ReadWorkbook(fileSystem, path);
+  if (!workbook) return Fail(workbook.error());
+  const auto sheet = std::ranges::find_if(workbook->Sheets, [](const tables::Sheet& candidate) {
+    return EqualsFold(candidate.Name, AddressSheet);
+  });
+  const auto index = static_cast<std::size_t>(sheet - workbook->Sheets.begin());
+  return AddressBook{std::move(*workbook), index};
+}
+
+OpenedAddressFile Opened(tables::SheetTable table, Status note) {
+  return {std::make_unique<SheetAddressFile>(std::move(table)), std::move(note)};
+}
+
+}  // namespace
 
 Result<OpenedAddressFile> OpenSheetAddressFile(platform::FileSystem& fileSystem, std::string_view path,
                                                bool overwrite, std::string_view workbookTemplate) {
@@ -91,16 +88,33 @@ Result<OpenedAddressFile> OpenSheetAddressFile(platform::FileSystem& fileSystem,
   if (!existing && existing.error().Number != platform::file_error::FileNotFound) {
     return Fail(existing.error());
   }
-  if (existing && (existing->IsFolder || existing->ReadOnly)) return AccessDenied();
+  if (existing && (existing->IsFolder || existing->ReadOnly)) {
+    return Fail(platform::file_error::AccessDenied,
+                platform::FileErrorText(platform::file_error::AccessDenied));
+  }
   if (existing && !overwrite) {
     auto table = tables::OpenAddressSheet(fileSystem, path, AddressSheet);
     if (!table) return Fail(table.error());
-    return Opened(std::move(*table));
+    return Opened(std::move(*table), {});
   }
-  if (workbookTemplate.empty()) return Opened(CreateAddressWorkbook(fileSystem, path));
-  auto table = FromTemplate(fileSystem, path, workbookTemplate);
-  if (table) return Opened(std::move(*table));
-  return Opened(CreateAddressWorkbook(fileSystem, path), Fail(table.error()));
+  // The copy of a template is its workbook and not its file: no attribute of the template can spoil it, and
+  // what is to be overwritten stays until the new workbook is whole.
+  AddressBook book = CreateAddressWorkbook();
+  Status note;
+  if (!workbookTemplate.empty()) {
+    if (auto copy = ReadTemplate(fileSystem, workbookTemplate)) {
+      book = std::move(*copy);
+    } else {
+      note = Fail(copy.error());
+    }
+  }
+  // Whether the file can be made shows before the addresses are read.
+  if (!existing) {
+    if (Status made = tables::WriteWorkbook(fileSystem, path, book.Workbook); !made)
+      return Fail(made.error());
+  }
+  return Opened(tables::SheetTable(fileSystem, std::string(path), std::move(book.Workbook), book.Sheet),
+                std::move(note));
 }
 
 }  // namespace velmora::addresses
