@@ -20,5 +20,7 @@ void AddStoreOption(CLI::App& command, std::string& directory);
 void AddStoreCommands(CLI::App& app, Action& action);
 // `velmoractl run FILE|KEY=VALUE...`: an unattended run.
 void AddRunCommand(CLI::App& app, Action& action);
+// `velmoractl addresses ...`: addresses to and from files.
+void AddAddressCommands(CLI::App& app, Action& action);
 
 }  // namespace velmora::cli

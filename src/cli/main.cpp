@@ -84,6 +84,7 @@ int Run(int argc, char** argv) {
   Action action;
   AddStoreCommands(app, action);
   AddRunCommand(app, action);
+  AddAddressCommands(app, action);
   GroupHelpOptions(app);
   try {
     app.parse(argc, argv);
@@ -91,7 +92,9 @@ int Run(int argc, char** argv) {
     return app.exit(help);
   } catch (const CLI::ParseError& error) {
     PrintError(ExplainParseError(app, error));
-    PrintError("Hilfe zeigen velmoractl --help, velmoractl run --help, velmoractl store BEFEHL --help");
+    PrintError(
+        "Hilfe zeigen velmoractl --help, velmoractl run --help, velmoractl store BEFEHL --help, "
+        "velmoractl addresses BEFEHL --help");
     return exit_status::WrongUsage;
   }
   return action ? action() : exit_status::WrongUsage;

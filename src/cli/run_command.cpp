@@ -1,10 +1,7 @@
 // `velmoractl run`: an unattended run with progress on the terminal and its summary on standard output.
 
-#include <fmt/core.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -15,12 +12,7 @@
 #include "cli/exit_status.h"
 #include "cli/output.h"
 #include "cli/store_access.h"
-#include "embedded_program.h"
-#include "platform/clock.h"
-#include "run/console_front_end.h"
-#include "startup/main_sequence.h"
-#include "startup/sign_on.h"
-#include "startup/start_archives.h"
+#include "cli/unattended_command.h"
 
 namespace velmora::cli {
 namespace {
@@ -56,30 +48,10 @@ std::string LinesOf(const std::vector<std::string>& arguments) {
   return lines;
 }
 
-std::string LogHostPath(startup::Context& context) {
-  const std::string path = context.run.ErrorLogPath();
-  return context.fileSystem.HostPath(path).value_or(path);
-}
-
-int RunWith(startup::Context& context, const RunOptions& options) {
-  context.process.BatchMode = context.run.BatchMode = true;
-  startup::ChooseServer(context);
-  if (!startup::SignOn(context)) {
-    PrintError(fmt::format("Anmeldung fehlgeschlagen, siehe {}", LogHostPath(context)));
-    return exit_status::NoSignOn;
-  }
-  startup::ScanDavidShare(context);
-  startup::LoadSession(context);
+startup::BatchOutcome RunWith(startup::Context& context, const RunOptions& options) {
   const std::string file = FileOf(context, options);
-  const startup::BatchOutcome outcome = startup::RunUnattended(context, [&] {
-    return file.empty() ? startup::RunControlLines(context, LinesOf(options.Arguments), LinesName)
-                        : startup::RunControlFile(context, file);
-  });
-  std::fputs(ReplaceAll(outcome.Summary, "\r\n", "\n").c_str(), stdout);
-  if (outcome.ExitStatus != startup::exit_status::Done) {
-    PrintError(fmt::format("Es sind Fehler aufgetreten, siehe {}", LogHostPath(context)));
-  }
-  return outcome.ExitStatus;
+  return file.empty() ? startup::RunControlLines(context, LinesOf(options.Arguments), LinesName)
+                      : startup::RunControlFile(context, file);
 }
 
 int RunControl(const RunOptions& options) {
@@ -89,10 +61,8 @@ int RunControl(const RunOptions& options) {
     PrintError("Erwartet wird eine Steuerdatei oder eine Folge von SCHLÜSSEL=WERT");
     return exit_status::WrongUsage;
   }
-  run::ConsoleFrontEnd console(platform::SystemClock(), stdin, stderr,
-                               run::ConsoleFrontEnd::IsTerminal(stdin, stderr));
-  EmbeddedProgram program(options.Store, "", console.Set());
-  return RunWith(program.GetContext(), options);
+  return RunUnattendedCommand(options.Store,
+                              [&](startup::Context& context) { return RunWith(context, options); });
 }
 
 }  // namespace
