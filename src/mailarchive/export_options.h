@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "addresses/address_file.h"
+
 namespace velmora::mailarchive {
 
 enum class CopyMode { Copy = 0, Move = 1 };
@@ -31,6 +33,10 @@ struct ExportOptions {
   std::string AttachmentFolder = "Attachments", HtmlMailFolder = "HTMLMails", FaxFolder = "FaxImages",
               EmlFolder = "Eml", VcfFolder = "VCards", VoiceMailFolder = "VoiceMails",
               CommentFolder = "Comments";
+  // Addresses.
+  addresses::AddressFormat AddressFormat = addresses::AddressFormat::Excel;
+  std::string AddressBookName = "Adressbuch";  // of a directory's file, without extension
+  addresses::AddressFileOptions AddressFiles;  // the template of the workbook comes from the design set
   // Texts of the forms.
   std::string CopyRight, Comment;
 

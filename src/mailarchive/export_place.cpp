@@ -11,10 +11,9 @@ namespace {
 constexpr int OutBox = 2;
 
 constexpr std::array<std::string ExportOptions::*, ComponentCount> FolderNames = {
-    &ExportOptions::AttachmentFolder,
-    &ExportOptions::HtmlMailFolder,
-    &ExportOptions::EmlFolder,
-    &ExportOptions::CommentFolder,
+    &ExportOptions::AttachmentFolder, &ExportOptions::HtmlMailFolder, &ExportOptions::EmlFolder,
+    &ExportOptions::CommentFolder,    &ExportOptions::FaxFolder,      &ExportOptions::VoiceMailFolder,
+    &ExportOptions::VcfFolder,
 };
 
 constexpr std::size_t Index(Component component) { return static_cast<std::size_t>(component); }
@@ -26,7 +25,8 @@ ExportPlace::ExportPlace(const ExportContext& context, store::DvArchive& archive
       archive_(archive),
       archivePath_(archive.FullPath()),
       isOutBox_(archive.DisplayType().value_or(0) == OutBox),
-      directory_(AddBackslash(directory)) {}
+      directory_(AddBackslash(directory)),
+      addresses_(context, archive, directory_) {}
 
 const std::string& ExportPlace::FolderName(Component component) const {
   return context_.options.*FolderNames[Index(component)];

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "mailarchive/address_book.h"
 #include "mailarchive/export_run.h"
 #include "mailarchive/format/forms.h"
 #include "store/archive.h"
@@ -14,8 +15,8 @@
 namespace velmora::mailarchive {
 
 // The parts of a message that lie in a folder of their own.
-enum class Component { Attachments, HtmlMails, Originals, Comments };
-inline constexpr std::size_t ComponentCount = 4;
+enum class Component { Attachments, HtmlMails, Originals, Comments, Faxes, VoiceMails, VCards };
+inline constexpr std::size_t ComponentCount = 7;
 
 class ExportPlace {
  public:
@@ -40,6 +41,10 @@ class ExportPlace {
   // message.
   void LoadForm(Form form);
 
+  AddressBook& Addresses() { return addresses_; }
+  // Completes what stands only with the last entry of the directory, however the run ends.
+  void Finish() { addresses_.Finish(); }
+
  private:
   const ExportContext& context_;
   store::DvArchive& archive_;
@@ -48,6 +53,7 @@ class ExportPlace {
   std::string directory_;
   std::array<bool, ComponentCount> folderReady_{};
   std::array<bool, FormCount> formLoaded_{};
+  AddressBook addresses_;
 };
 
 }  // namespace velmora::mailarchive

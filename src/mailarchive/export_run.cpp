@@ -27,6 +27,7 @@ void ExportObjects(const ExportContext& context, const ExportSelection& selectio
     }
     if (context.run.CheckCancel()) break;
   }
+  place.Finish();
 }
 
 // What is pending in the store must stand before the index is built and when the run ends.

@@ -91,6 +91,7 @@ std::string ExportWalk::ExportArchive(store::DvArchive& archive, std::string_vie
   if (entries && (*entries)->Count() > 0) {
     ExportPlace place(context_, archive, directory);
     ExportEntries(place, **entries, order);
+    place.Finish();
   }
   return directory;
 }

@@ -7,15 +7,6 @@
 
 namespace velmora::mailarchive {
 
-MailExport::MailExport(const ExportContext& context, const FormUserTexts& userTexts, ExportPlace& place,
-                       store::DvMailItem& mail)
-    : context_(context),
-      options_(context.options),
-      userTexts_(userTexts),
-      place_(place),
-      mail_(mail),
-      files_(context, place) {}
-
 void MailExport::ReadValues() {
   subject_ = Trim(Read(mail_.Subject()));
   from_ = Read(mail_.Sender()).Address;
@@ -25,20 +16,15 @@ void MailExport::ReadValues() {
   if (subject_.empty()) subject_ = from_;
   if (subject_.empty()) subject_ = to_;
   base_ = EntryBaseName(subject_);
-  date_ = Read(mail_.Date());
-  files_.SetDate(date_);
+  SetDate(Read(mail_.Date()));
   sendStatus_ = Read(mail_.SendStatus());
 }
 
-void MailExport::Export(bool failed, std::string_view statusText) {
-  if (!options_.AnyOnly()) {
-    WritePage();
-  } else {
-    if (options_.OnlyOriginals) WriteOnlyOriginal(failed, statusText);
-    if (options_.OnlyAttachments) WriteOnlyAttachments();
-    if (options_.OnlyComments) WriteOnlyComment();
-  }
-  DeleteIfMoved();
+void MailExport::WriteEntry(bool failed, std::string_view statusText) {
+  if (!options_.AnyOnly()) return WritePage();
+  if (options_.OnlyOriginals) WriteOnlyOriginal(failed, statusText);
+  if (options_.OnlyAttachments) WriteOnlyAttachments();
+  if (options_.OnlyComments) (void)WriteOnlyComment();  // logged there
 }
 
 void MailExport::WriteOnlyOriginal(bool failed, std::string_view statusText) {
@@ -57,7 +43,7 @@ void MailExport::WriteOnlyOriginal(bool failed, std::string_view statusText) {
                           run::Severity::Warning);
   }
   if (options_.SaveSmtpHeader) (void)WriteSmtpHeader(std::nullopt, base_ + ".smtp");  // logged there
-  deleteAsked_ = true;
+  AskForDeletion();
 }
 
 void MailExport::WriteOnlyAttachments() {
@@ -72,21 +58,12 @@ void MailExport::WriteOnlyAttachments() {
     const std::string name = AvoidReservedName(PlainAttachmentFileName((*attachment)->Name()), true);
     (void)SaveAttachment(std::nullopt, files_.FreeName("", name), **attachment);  // logged there
   }
-  if (count > 0) deleteAsked_ = true;
-}
-
-void MailExport::WriteOnlyComment() {
-  const std::string comment = TextField(store::tag::Comment);
-  if (comment.empty()) return;
-  (void)files_.WriteText(std::nullopt, files_.FreeName("", base_ + ".txt"), comment,
-                         Unmappable::QuestionMark);  // logged there
+  if (count > 0) AskForDeletion();
 }
 
 std::optional<std::string> MailExport::CopyOriginal(std::optional<Component> component,
                                                     std::string_view fileName, const std::string& source) {
-  auto path = files_.Write(component, fileName, [&](const std::string& target, platform::Create mode) {
-    return context_.run.fileSystem().CopyFile(source, target, files_.DatedOptions(mode));
-  });
+  auto path = CopyStoreFile(component, fileName, source);
   if (path) ++context_.run.counters.EmlFiles;
   return path;
 }
@@ -106,19 +83,6 @@ std::optional<std::string> MailExport::SaveAttachment(std::optional<Component> c
   });
   if (path) ++context_.run.counters.Attachments;
   return path;
-}
-
-void MailExport::DeleteIfMoved() {
-  if (options_.Mode != CopyMode::Move || !deleteAsked_ || !files_.IsComplete()) return;
-  if (context_.run.CancelRequested()) return;
-  (void)mail_.Item().Delete();  // an entry that stays is there twice, which loses nothing
-}
-
-void MailExport::NoteReadFailure(const Error& error) {
-  files_.SetIncomplete();
-  if (readFailureLogged_) return;
-  readFailureLogged_ = true;
-  context_.run.LogError(LogName(), error.Number, "DvISE-Error " + error.Text, run::Severity::Error);
 }
 
 }  // namespace velmora::mailarchive

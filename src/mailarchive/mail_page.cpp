@@ -1,8 +1,5 @@
 // The whole export of a mail: page, components, descriptor.
-#include <algorithm>
-#include <array>
 
-#include "base/date_time.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "html/converters.h"
@@ -33,19 +30,14 @@ platform::WriteOptions UndatedOptions(platform::Create mode) {
 }  // namespace
 
 void MailExport::WritePage() {
-  Page page;
+  MailPage page;
   page.IsHtml = !Read(mail_.HtmlIndicator()).empty();
   page.Body =
       page.IsHtml ? TextField(store::tag::HtmlRendition) : ReplaceAll(Read(mail_.Text()), "\r\n", "<br>\r\n");
-  place_.LoadForm(Form::Mail);
-  const auto form = context_.designs.FormText(Form::Mail);
-  if (!form) {
-    files_.SetIncomplete();
-    context_.run.LogError(context_.designs.FormPath(Form::Mail), form.error());
-    return;
-  }
+  const auto form = OpenForm(Form::Mail);
+  if (!form) return;
   NamePage(page);
-  WriteComment(page);
+  WriteComment(page, page.Base + ".txt");
   WriteOriginal(page);
   const std::vector<std::string> attachments = WriteAttachments(page);
   if (page.IsHtml) {
@@ -53,10 +45,15 @@ void MailExport::WritePage() {
   } else {
     page.Content = NeutralizeHeadTags(page.Body);
   }
-  WritePageFile(page, *form);
+  std::vector<FormValue> values = {{"%VELMORA_CONTENT%", page.Content}};
+  if (page.CommentLink) values.emplace_back("%VELMORA_MSGCOMMENT%", *page.CommentLink);
+  values.emplace_back("%VELMORA_EML%", page.OriginalLink);
+  values.emplace_back("%VELMORA_ATTLINKS%", page.AttachmentLinks);
+  page.Descriptor.Flags = DescriptorFlags() | DirectionFlag();
+  if (WritePageFile(page, *form, values)) ++context_.run.counters.Mails;
 }
 
-void MailExport::NamePage(Page& page) {
+void MailExport::NamePage(MailPage& page) {
   if (page.IsHtml) {
     // Tested where separate folders put the body, even while they are off.
     page.BodyFile = files_.FreeName(place_.FolderName(Component::HtmlMails), base_ + ".htm");
@@ -68,20 +65,7 @@ void MailExport::NamePage(Page& page) {
   }
 }
 
-void MailExport::WriteComment(Page& page) {
-  const std::string comment = options_.SaveComments ? TextField(store::tag::Comment) : "";
-  if (comment.empty()) {
-    page.CommentLink = "";
-    return;
-  }
-  const auto path =
-      files_.WriteText(Component::Comments, page.Base + ".txt", comment, Unmappable::QuestionMark);
-  if (!path) return;  // the variable stays in the page
-  page.Descriptor.Comment = *path;
-  page.CommentLink = PlainLink(*path, "Kommentar");
-}
-
-void MailExport::WriteOriginal(Page& page) {
+void MailExport::WriteOriginal(MailPage& page) {
   if (!options_.SaveOriginals) return;
   const auto source = context_.session.Account->DVEmlFromMailItem(mail_.Item(), context_.TempDir);
   if (source) {
@@ -98,7 +82,7 @@ void MailExport::WriteOriginal(Page& page) {
   page.OriginalLink = FileLink(page.Descriptor.Eml, "Original Mail");
 }
 
-std::vector<std::string> MailExport::WriteAttachments(Page& page) {
+std::vector<std::string> MailExport::WriteAttachments(MailPage& page) {
   store::DvAttachments& attachments = mail_.Item().Attachments();
   const int count = options_.SaveAttachments ? Read(attachments.Count()) : 0;
   std::vector<std::string> paths;
@@ -125,7 +109,7 @@ std::vector<std::string> MailExport::WriteAttachments(Page& page) {
   return paths;
 }
 
-void MailExport::WriteHtmlBody(Page& page, const std::vector<std::string>& attachments) {
+void MailExport::WriteHtmlBody(MailPage& page, const std::vector<std::string>& attachments) {
   const std::string location = attachments.empty() ? "" : TextField(store::tag::Location);
   const std::string html = html::ToNumericEntities(ReplaceInlineReferences(page.Body, location, attachments));
   const auto path = files_.Write(
@@ -139,49 +123,6 @@ void MailExport::WriteHtmlBody(Page& page, const std::vector<std::string>& attac
   page.Content = FileLink(linkPath, "[" + page.Base + "]") + "\r\n";
 }
 
-void MailExport::WritePageFile(Page& page, std::string_view form) {
-  const std::string subject = NeutralizeHeadTags(subject_);
-  const std::string from = NeutralizeHeadTags(from_);
-  const std::string to = NeutralizeHeadTags(to_);
-  const std::string time = FormatDateTime(date_);
-  const std::string now = FormatDateTime(context_.run.clock().Now());
-  std::vector<FormValue> values = {
-      {"%VELMORA_TITLE%", subject},
-      {"%VELMORA_SUBJECT%", subject},
-      {"%VELMORA_FROM%", from},
-      {"%VELMORA_TO%", to},
-      {"%VELMORA_TIME%", time},
-      {"%VELMORA_ARCDATE%", now},
-      {"%VELMORA_COPYRIGHT%", userTexts_.CopyRight},
-      {"%VELMORA_COMMENT%", userTexts_.Comment},
-      {"%VELMORA_CONTENT%", page.Content},
-  };
-  if (page.CommentLink) values.emplace_back("%VELMORA_MSGCOMMENT%", *page.CommentLink);
-  values.emplace_back("%VELMORA_EML%", page.OriginalLink);
-  values.emplace_back("%VELMORA_ATTLINKS%", page.AttachmentLinks);
-
-  const auto path = files_.WriteText(std::nullopt, files_.FreePageName(page.FileName), FillForm(form, values),
-                                     Unmappable::Reference);
-  if (!path) return;
-
-  EntryDescriptor& descriptor = page.Descriptor;
-  descriptor.Sortaddr = place_.IsOutBox() ? to_ : from_;
-  descriptor.Subject = subject_;
-  descriptor.Date = date_;
-  descriptor.From = from_;
-  descriptor.To = to_;
-  descriptor.Flags = DescriptorFlags();
-  descriptor.MailArcEntry = *path;
-  descriptor.MailArcAdd = DescriptorName(*path);
-  const platform::Create mode =
-      options_.NumbersNames() ? platform::Create::Exclusive : platform::Create::Overwrite;
-  const Status written = context_.run.fileSystem().WriteFile(
-      place_.Directory() + descriptor.MailArcAdd, FormatDescriptor(descriptor), UndatedOptions(mode));
-  if (!written) files_.LogFailure(descriptor.MailArcAdd, written.error());
-  ++context_.run.counters.Mails;
-  deleteAsked_ = true;
-}
-
 int MailExport::DescriptorFlags() {
   int kind = entry_flag::Internal;
   if ((NumberField(store::tag::MailFlags) & DfmlBit) != 0) {
@@ -190,7 +131,7 @@ int MailExport::DescriptorFlags() {
     kind = entry_flag::Status72;
   }
   if (NumberField(store::tag::DisplayVariant) == NoteVariant) kind = entry_flag::Note;
-  return kind | (place_.IsOutBox() ? entry_flag::Outgoing : 0);
+  return kind;
 }
 
 }  // namespace velmora::mailarchive

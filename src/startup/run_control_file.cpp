@@ -1,5 +1,6 @@
 #include "startup/run_control_file.h"
 
+#include "addresses/address_target.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "platform/host.h"
@@ -30,6 +31,10 @@ mailarchive::ExportOptions ExportDefaults(const settings::Options& options) {
   defaults.VcfFolder = options.VCFFolder;
   defaults.VoiceMailFolder = options.VoiceMailFolder;
   defaults.CommentFolder = options.CommentFolder;
+  defaults.AddressFormat = addresses::FormatOfSetting(options.AddressExportFormat);
+  defaults.AddressBookName = options.DefaultAddressbookName;
+  defaults.AddressFiles.CsvSeparator = options.CSVSeparator;
+  defaults.AddressFiles.NabSeparator = options.NABSeparator;
   return defaults;
 }
 

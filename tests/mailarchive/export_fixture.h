@@ -76,16 +76,24 @@ class ExportTest : public testing::Test {
               "T[%VELMORA_TITLE%]S[%VELMORA_SUBJECT%]F[%VELMORA_FROM%]TO[%VELMORA_TO%]D[%VELMORA_TIME%]"
               "A[%VELMORA_ARCDATE%]R[%VELMORA_COPYRIGHT%]K[%VELMORA_COMMENT%]C[%VELMORA_CONTENT%]"
               "M[%VELMORA_MSGCOMMENT%]E[%VELMORA_EML%]L[%VELMORA_ATTLINKS%]V[%VELMORA_VERSION%]");
+    WriteForm("Fax.htm",
+              "T[%VELMORA_TITLE%]S[%VELMORA_SUBJECT%]F[%VELMORA_FROM%]TO[%VELMORA_TO%]D[%VELMORA_TIME%]"
+              "X[%VELMORA_FAX%]M[%VELMORA_MSGCOMMENT%]");
+    WriteForm("Voice.htm",
+              "T[%VELMORA_TITLE%]S[%VELMORA_SUBJECT%]F[%VELMORA_FROM%]TO[%VELMORA_TO%]D[%VELMORA_TIME%]"
+              "X[%VELMORA_VOICE%]M[%VELMORA_MSGCOMMENT%]");
     for (const char* name : {"Tree.htm", "Date.htm", "Subject.htm", "Address.htm"}) {
       WriteForm(name, std::string(name) +
                           "[%VELMORA_TITLE%][%VELMORA_IDXFOLDER%]"
                           "[%VELMORA_IDXARCDATE%][%VELMORA_COPYRIGHT%][%VELMORA_COMMENT%]<%VELMORA_IDXLINKS%>"
                           "tail[%VELMORA_IDXLINKS%]");
     }
-    WriteForm("Bare.ini",
-              "[TreeIndex]\r\nform=Tree.htm\r\n[MessageIndexByDate]\r\nform=Date.htm\r\n"
-              "[MessageIndexBySubject]\r\nform=Subject.htm\r\n[MessageIndexByAddress]\r\nform=Address.htm\r\n"
-              "[Messages]\r\nform=Mail.htm\r\npictures=\r\n");
+    WriteForm(
+        "Bare.ini",
+        "[TreeIndex]\r\nform=Tree.htm\r\n[MessageIndexByDate]\r\nform=Date.htm\r\n"
+        "[MessageIndexBySubject]\r\nform=Subject.htm\r\n[MessageIndexByAddress]\r\nform=Address.htm\r\n"
+        "[Messages]\r\nform=Mail.htm\r\npictures=\r\n[Fax]\r\nform=Fax.htm\r\n[Voice]\r\nform=Voice.htm\r\n"
+        "[ExcelAddrSheet]\r\nform=Adressen.xls\r\n");
     designs.LoadDesignSet();
     session.Account = store.MakeAccount();
     session.Trustees = store::trustee::Administrator | store::trustee::DeleteArchives;
@@ -114,6 +122,16 @@ class ExportTest : public testing::Test {
       objects.push_back({ExportSelection::Object::Kind::Message, key, "", false});
     Run(std::move(objects));
   }
+  // A fax or voice mail of the root archive with a content file of its own.
+  test::FakeMail& AddContentEntry(int type, const std::string& subject, const std::string& content) {
+    test::FakeMail& entry = store.AddEntry(*archive, type, subject);
+    entry.ContentPath = dir.Path("temp\\" + std::to_string(entry.Key) + ".001");
+    EXPECT_TRUE(files.WriteFile(entry.ContentPath, content));
+    return entry;
+  }
+  // What the status line shows last.
+  std::string StatusLine() const { return frontEnd.StatusTexts.empty() ? "" : frontEnd.StatusTexts.back(); }
+
   // One mail of the root archive, exported into the target directory itself.
   void RunMail(const test::FakeMail& mail) { RunMails({mail.Key}); }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "store/vocabulary.h"
 
 namespace velmora::test {
 
@@ -103,20 +104,30 @@ class FakeItem final : public store::DvItem {
   FakeAttachments attachments_;
 };
 
-class FakeMailView final : public store::DvMailItem {
+// The view of an entry, whatever its kind.
+template <typename Interface>
+class FakeView : public Interface {
  public:
-  FakeMailView(FakeStore& store, FakeArchiveData& archive, const std::shared_ptr<FakeMail>& mail)
+  FakeView(FakeStore& store, FakeArchiveData& archive, const std::shared_ptr<FakeMail>& mail)
       : mail_(*mail), item_(store, archive, mail) {}
   int Type() override { return mail_.Type; }
   store::DvItem& Item() override { return item_; }
-  Result<std::string> Subject() override { return mail_.Subject; }
-  Result<store::DvRecipient> Sender() override { return store::DvRecipient{"", mail_.Sender, "Mail"}; }
-  Result<std::string> RecipientText() override { return mail_.Recipients; }
-  Result<std::string> OtherRecipientText() override { return mail_.OtherRecipients; }
-  Result<DateTime> Date() override { return mail_.Date; }
-  Result<int> SendStatus() override { return mail_.SendStatus; }
-  Result<std::string> Text() override { return mail_.Text; }
-  Result<std::string> HtmlIndicator() override { return mail_.Html.empty() ? "" : "html"; }
+
+ protected:
+  FakeMail& mail_;
+  FakeItem item_;
+};
+
+template <typename Interface>
+class FakeMessageView : public FakeView<Interface> {
+ public:
+  using FakeView<Interface>::FakeView;
+  Result<std::string> Subject() override { return this->mail_.Subject; }
+  Result<store::DvRecipient> Sender() override { return store::DvRecipient{"", this->mail_.Sender, "Mail"}; }
+  Result<std::string> RecipientText() override { return this->mail_.Recipients; }
+  Result<std::string> OtherRecipientText() override { return this->mail_.OtherRecipients; }
+  Result<DateTime> Date() override { return this->mail_.Date; }
+  Result<int> SendStatus() override { return this->mail_.SendStatus; }
   Result<std::vector<store::DvRecipient>> To() override { return std::vector<store::DvRecipient>{}; }
   Result<std::vector<store::DvRecipient>> Cc() override { return std::vector<store::DvRecipient>{}; }
   Result<std::vector<store::DvRecipient>> Bcc() override { return std::vector<store::DvRecipient>{}; }
@@ -125,26 +136,64 @@ class FakeMailView final : public store::DvMailItem {
   Status AddBcc(store::DvRecipient) override { return {}; }
   Status SetSender(std::string_view) override { return {}; }
   Status SetSubject(std::string_view) override { return {}; }
+};
+
+class FakeMailView final : public FakeMessageView<store::DvMailItem> {
+ public:
+  using FakeMessageView::FakeMessageView;
+  Result<std::string> Text() override { return mail_.Text; }
+  Result<std::string> HtmlIndicator() override { return mail_.Html.empty() ? "" : "html"; }
   Status SetText(std::string_view) override { return {}; }
   Status SetTextFormat(int) override { return {}; }
   Status Submit(int) override { return {}; }
-
- private:
-  FakeMail& mail_;
-  FakeItem item_;
 };
 
-// The view of an entry that is no mail.
-class FakeOtherView final : public store::DvItemView {
+class FakeFaxView final : public FakeMessageView<store::DvFaxItem> {
  public:
-  FakeOtherView(FakeStore& store, FakeArchiveData& archive, const std::shared_ptr<FakeMail>& mail)
-      : item_(store, archive, mail) {}
-  int Type() override { return item_.Type(); }
-  store::DvItem& Item() override { return item_; }
-
- private:
-  FakeItem item_;
+  using FakeMessageView::FakeMessageView;
+  std::string ImagePath() override { return mail_.ContentPath; }
+  Status SetImage(std::string_view) override { return {}; }
 };
+
+class FakeVoiceView final : public FakeMessageView<store::DvVoiceItem> {
+ public:
+  using FakeMessageView::FakeMessageView;
+  std::string WavePath() override { return mail_.ContentPath; }
+  Status SetWave(std::string_view) override { return {}; }
+};
+
+class FakeAddressView final : public FakeView<store::DvAddressItem> {
+ public:
+  using FakeView::FakeView;
+  Result<FieldValue> Get(store::AddressProperty property) override {
+    if (mail_.FailingField != 0) return Fail(store::store_error::Damaged, "Adresse nicht lesbar");
+    return mail_.Address[property];
+  }
+  Status Set(store::AddressProperty property, FieldValue value) override {
+    mail_.Address[property] = std::move(value);
+    return {};
+  }
+};
+
+std::unique_ptr<store::DvItemView> MakeFakeView(FakeStore& store, FakeArchiveData& archive,
+                                                const std::shared_ptr<FakeMail>& mail) {
+  namespace item_type = store::item_type;
+  switch (mail->Type) {
+    case item_type::EMail:
+    case item_type::SMS:
+    case item_type::Video:
+    case item_type::Audio:
+      return std::make_unique<FakeMailView>(store, archive, mail);
+    case item_type::Fax:
+      return std::make_unique<FakeFaxView>(store, archive, mail);
+    case item_type::Voice:
+      return std::make_unique<FakeVoiceView>(store, archive, mail);
+    case item_type::Address:
+      return std::make_unique<FakeAddressView>(store, archive, mail);
+    default:
+      return std::make_unique<FakeView<store::DvItemView>>(store, archive, mail);
+  }
+}
 
 class FakeEntries final : public store::DvEntries {
  public:
@@ -213,9 +262,7 @@ class FakeArchive final : public store::DvArchive {
     for (const auto& mail : data_->Mails) {
       if (mail->Key != key) continue;
       if (mail->ViewFails) return Fail(store::store_error::Damaged, "Eintrag beschädigt");
-      const bool isMail = mail->Type == 2 || mail->Type == 4 || mail->Type == 9 || mail->Type == 10;
-      if (isMail) return std::make_unique<FakeMailView>(store_, *data_, mail);
-      return std::make_unique<FakeOtherView>(store_, *data_, mail);
+      return MakeFakeView(store_, *data_, mail);
     }
     return Fail(store::store_error::NotFound, "Eintrag nicht gefunden");
   }
@@ -343,6 +390,14 @@ FakeMail& FakeStore::AddMail(FakeArchiveData& archive, std::string subject) {
   mail->Date = *DateTime::FromCivil({2024, 2, 29, 13, 14, 15});
   archive.Mails.push_back(mail);
   return *mail;
+}
+
+FakeMail& FakeStore::AddEntry(FakeArchiveData& archive, int type, std::string subject) {
+  FakeMail& entry = AddMail(archive, std::move(subject));
+  entry.Type = type;
+  entry.Fields[store::tag::Subject] = entry.Subject;
+  entry.Fields[store::tag::StatusTime] = entry.Date;
+  return entry;
 }
 
 std::shared_ptr<FakeArchiveData> FakeStore::Find(std::string_view path) {

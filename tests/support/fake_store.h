@@ -12,6 +12,7 @@
 
 #include "platform/file_system.h"
 #include "store/account.h"
+#include "store/address_item.h"
 #include "store/errors.h"
 #include "store/session.h"
 
@@ -33,6 +34,8 @@ struct FakeMail {
   std::string Source;  // of the original; without one the conversion fails
   std::map<store::FieldTag, store::FieldValue> Fields;
   std::vector<FakeAttachment> Attachments;
+  std::string ContentPath;  // of the image of a fax, of the recording of a voice mail
+  std::map<store::AddressProperty, store::FieldValue> Address;
   bool ViewFails = false;            // the typed view cannot be fetched
   store::FieldTag FailingField = 0;  // this field cannot be read
 };
@@ -60,6 +63,8 @@ class FakeStore {
   FakeArchiveData& AddArchive(FakeArchiveData* parent, std::string name, std::string id);
   FakeArchiveData& AddLink(FakeArchiveData& parent, const FakeArchiveData& target);
   FakeMail& AddMail(FakeArchiveData& archive, std::string subject);
+  // An entry of another type, with the fields of a message that was sent well.
+  FakeMail& AddEntry(FakeArchiveData& archive, int type, std::string subject);
 
   std::shared_ptr<store::DvArchive> Open(std::string_view path);
   std::unique_ptr<store::DvAccount> MakeAccount();
