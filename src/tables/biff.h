@@ -85,6 +85,8 @@ inline constexpr std::uint32_t BofFlags = 0x00000001, LowestVersion = 0x00000006
 inline constexpr std::uint8_t SheetTypeWorksheet = 0;
 inline constexpr std::uint8_t SheetVisible = 0, SheetHidden = 1;
 
+inline constexpr std::uint16_t CodePageUtf16 = 1200;  // 2.4.52 CodePage
+
 // Flags of XLUnicodeString and XLUnicodeRichExtendedString (2.5.294, 2.5.293).
 inline constexpr std::uint8_t HighByte = 0x01, ExtString = 0x04, RichString = 0x08;
 

@@ -37,8 +37,8 @@ class GlobalsReader {
   bool IsStart(const Record& record) {
     if (record.Id != Id::Bof || record.Data.size() < 2 * sizeof(std::uint16_t)) return false;
     const auto version = ReadLittle<std::uint16_t>(record.Data, 0);
-    globals_.IsBiff8 = version == biff::VersionBiff8;
-    return (globals_.IsBiff8 || version == biff::VersionBiff5) &&
+    if (version == biff::VersionBiff5) globals_.Texts = TextForm::CodePage;
+    return (version == biff::VersionBiff8 || version == biff::VersionBiff5) &&
            ReadLittle<std::uint16_t>(record.Data, sizeof version) == biff::SubstreamGlobals;
   }
 
@@ -49,6 +49,11 @@ class GlobalsReader {
         const auto isOn = PieceReader({record.Data}).Number<std::uint16_t>();
         globals_.Is1904 = isOn.value_or(0) != 0;
         return isOn.has_value();
+      }
+      case Id::CodePage: {
+        const bool isUtf16 = PieceReader({record.Data}).Number<std::uint16_t>() == biff::CodePageUtf16;
+        if (isUtf16 && globals_.Texts == TextForm::CodePage) globals_.Texts = TextForm::Utf16Bytes;
+        return true;
       }
       case Id::Format:
         return TakeFormat(record);
@@ -66,7 +71,7 @@ class GlobalsReader {
   bool TakeFormat(const Record& record) {
     PieceReader data({record.Data});
     const auto number = data.Number<std::uint16_t>();
-    const auto code = globals_.IsBiff8 ? data.RichText() : data.ShortText(false);
+    const auto code = globals_.Texts == TextForm::Biff8 ? data.RichText() : data.ShortText(globals_.Texts);
     if (!number || !code) return false;
     formats_[*number] = KindOfFormatCode(*code);
     return true;
@@ -85,7 +90,7 @@ class GlobalsReader {
     const auto start = data.Number<std::uint32_t>();
     const auto state = data.Number<std::uint8_t>();
     const auto type = data.Number<std::uint8_t>();
-    auto name = data.ShortText(globals_.IsBiff8);
+    auto name = data.ShortText(globals_.Texts);
     if (!start || !state || !type || !name) return false;
     constexpr std::uint8_t stateBits = 0x03;
     globals_.Sheets.push_back({std::move(*name), *start, *type == biff::SheetTypeWorksheet,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "tables/record_reading.h"
 #include "tables/serial_date.h"
 
 namespace velmora::tables {
@@ -19,7 +20,7 @@ struct SheetEntry {
 };
 
 struct Globals {
-  bool IsBiff8 = false;
+  TextForm Texts = TextForm::Biff8;
   bool Is1904 = false;                // dates count from 1904
   std::vector<DateKind> CellFormats;  // by the index that cells name
   std::vector<std::string> Strings;   // the shared string table

@@ -98,22 +98,25 @@ std::optional<std::string> PieceReader::RichText() {
   return text;
 }
 
-std::optional<std::string> PieceReader::CellText(bool isBiff8) {
-  if (isBiff8) return RichText();
-  const auto count = Number<std::uint16_t>();
-  const std::optional<std::string> bytes = count ? Bytes(*count) : std::nullopt;
-  return bytes ? std::optional(FromCodePage(*bytes)) : std::nullopt;
+// BIFF5: so many bytes.
+std::optional<std::string> PieceReader::ByteText(std::size_t count, TextForm form) {
+  const std::optional<std::string> bytes = Bytes(count);
+  if (!bytes) return std::nullopt;
+  if (form == TextForm::CodePage) return FromCodePage(*bytes);
+  return PieceReader({*bytes}).Units(count / 2, biff::HighByte);
 }
 
-std::optional<std::string> PieceReader::ShortText(bool isBiff8) {
+std::optional<std::string> PieceReader::CellText(TextForm form) {
+  if (form == TextForm::Biff8) return RichText();
+  const auto count = Number<std::uint16_t>();
+  return count ? ByteText(*count, form) : std::nullopt;
+}
+
+std::optional<std::string> PieceReader::ShortText(TextForm form) {
   const auto count = Number<std::uint8_t>();
-  if (!count) return std::nullopt;
-  if (isBiff8) {
-    const auto flags = Number<std::uint8_t>();
-    return flags ? Units(*count, *flags) : std::nullopt;
-  }
-  const std::optional<std::string> bytes = Bytes(*count);
-  return bytes ? std::optional(FromCodePage(*bytes)) : std::nullopt;
+  if (!count || form != TextForm::Biff8) return count ? ByteText(*count, form) : std::nullopt;
+  const auto flags = Number<std::uint8_t>();
+  return flags ? Units(*count, *flags) : std::nullopt;
 }
 
 }  // namespace velmora::tables

@@ -36,6 +36,10 @@ class RecordReader {
   std::size_t position_;
 };
 
+// How the workbook keeps texts. BIFF5 has one byte for a character; Gnumeric writes UTF-16 there, too, and
+// says so in the code page.
+enum class TextForm { Biff8, CodePage, Utf16Bytes };
+
 // Reads numbers and texts out of a record and its continuations. What reaches beyond the end gives nothing.
 class PieceReader {
  public:
@@ -54,14 +58,15 @@ class PieceReader {
   std::optional<std::string> Units(std::size_t count, std::uint8_t flags);
   // BIFF8: a text with its formatting runs and phonetics, which are skipped (2.5.293).
   std::optional<std::string> RichText();
-  // The text of a cell behind a count of two bytes: BIFF8, or one byte for a character (Windows-1252).
-  std::optional<std::string> CellText(bool isBiff8);
-  // The same behind a count of one byte.
-  std::optional<std::string> ShortText(bool isBiff8);
+  // The text of a cell behind a count of two bytes. Code pages are taken for Windows-1252.
+  std::optional<std::string> CellText(TextForm form);
+  // The same behind a count of one byte, without runs.
+  std::optional<std::string> ShortText(TextForm form);
 
  private:
   // Goes on to the next piece only when more is asked for: at the very end of one, a text still has to begin.
   bool HasMore();
+  std::optional<std::string> ByteText(std::size_t count, TextForm form);
   std::size_t Left() const { return piece_ < pieces_.size() ? pieces_[piece_].size() - at_ : 0; }
 
   std::vector<std::string_view> pieces_;

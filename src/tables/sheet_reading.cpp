@@ -139,7 +139,7 @@ class SheetReader {
   bool TakeText(const CellHead& head, const Record& record) {
     PieceReader data(records_.WithContinuations(record));
     if (!data.Skip(CellHeadSize)) return false;
-    std::optional<std::string> text = data.CellText(globals_.IsBiff8);
+    std::optional<std::string> text = data.CellText(globals_.Texts);
     return text && Put(head, TextCell(std::move(*text)));
   }
 
@@ -167,7 +167,7 @@ class SheetReader {
   bool TakeFormulaText(const Record& record) {
     PieceReader data(records_.WithContinuations(record));
     if (!formulaText_) return true;
-    std::optional<std::string> text = data.CellText(globals_.IsBiff8);
+    std::optional<std::string> text = data.CellText(globals_.Texts);
     return text && Put(*std::exchange(formulaText_, std::nullopt), TextCell(std::move(*text)));
   }
 

@@ -22,7 +22,7 @@ using biff::Id;
 
 constexpr std::size_t MaxNameUnits = 31;
 constexpr std::string_view ForbiddenInNames = "[]:*?/\\";
-constexpr std::uint16_t CodePageUtf16 = 1200, CountryGermany = 49;
+constexpr std::uint16_t CountryGermany = 49;
 
 constexpr std::string_view Author = "Velmora";
 constexpr std::size_t AuthorSize = 112;  // padded with blanks (2.4.349 WriteAccess)
@@ -64,7 +64,7 @@ Status CheckBounds(const Workbook& workbook) {
     if (sheet.Rows.size() > MaxRows) return full(sheet.Name);
     for (const Row& row : sheet.Rows) {
       if (row.size() > MaxColumns) return full(sheet.Name);
-      cells += row.size();
+      cells += row.size() + 1;
       for (const Cell& cell : row) {
         const auto* text = std::get_if<std::string>(&cell);
         if (text == nullptr) continue;
@@ -138,13 +138,13 @@ void AppendSwitch(std::string& stream, Id id, bool isOn) {
 }
 
 void AppendOrigin(std::string& stream, std::size_t sheets) {
-  AppendRecord(stream, Id::InterfaceHdr, CodePageUtf16);
+  AppendRecord(stream, Id::InterfaceHdr, biff::CodePageUtf16);
   AppendRecord(stream, Id::Mms, std::uint16_t{0});
   AppendRecord(stream, Id::InterfaceEnd);
   std::string author = EncodedText(Author).Whole<std::uint16_t>();
   author.resize(AuthorSize, ' ');
   AppendRecord(stream, Id::WriteAccess, std::string_view(author));
-  AppendRecord(stream, Id::CodePage, CodePageUtf16);
+  AppendRecord(stream, Id::CodePage, biff::CodePageUtf16);
   AppendSwitch(stream, Id::Dsf, false);
   std::string ids;
   for (std::size_t i = 1; i <= sheets; ++i) AppendLittle(ids, static_cast<std::uint16_t>(i));

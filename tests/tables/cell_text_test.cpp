@@ -2,16 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "tables/utf16.h"
+#include "workbook_helpers.h"
 
 namespace velmora::tables {
 namespace {
-
-DateTime At(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
-  return *DateTime::FromCivil({year, month, day, hour, minute, second});
-}
 
 TEST(CellText, KeepsLinesAndTabsAndBlanksOtherControlCharacters) {
   EXPECT_EQ(MakeCellText("a\r\nb\rc\nd\te").Text, "a\nb\nc\nd\te");
