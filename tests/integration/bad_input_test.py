@@ -10,7 +10,6 @@ import email.message
 import email.policy
 import hashlib
 import json
-import os
 import pathlib
 import random
 import shutil
@@ -358,12 +357,7 @@ def test_a_killed_move_loses_nothing(case):
 
 
 def main():
-    if os.environ.pop("VELMORA_TEST_NAMESPACE", "") != "own":
-        command = ["unshare", "--mount"] + ([] if os.geteuid() == 0 else ["--map-root-user"])
-        if subprocess.run([*command, "true"], stderr=subprocess.DEVNULL).returncode != 0:
-            command += ["--propagation", "unchanged"]  # a root directory that is no mount point, as after chroot
-        os.environ["VELMORA_TEST_NAMESPACE"] = "own"
-        os.execvp("unshare", [*command, sys.executable, *sys.argv])
+    workplace.enter_mount_namespace()
     problems = []
     with workplace.from_command_line(__doc__) as place:
         cases = {name[5:]: run for name, run in globals().items() if name.startswith("test_")}

@@ -28,6 +28,17 @@ def from_command_line(usage):
         yield Workplace(directory.resolve(), options.bin, options.messages)
 
 
+def enter_mount_namespace():
+    """Starts the script anew in a mount namespace of its own, where it may mount disks that are full or read-only."""
+    if os.environ.pop("VELMORA_TEST_NAMESPACE", "") == "own":
+        return
+    command = ["unshare", "--mount"] + ([] if os.geteuid() == 0 else ["--map-root-user"])
+    if subprocess.run([*command, "true"], stderr=subprocess.DEVNULL).returncode != 0:
+        command += ["--propagation", "unchanged"]  # a root directory that is no mount point, as after chroot
+    os.environ["VELMORA_TEST_NAMESPACE"] = "own"
+    os.execvp("unshare", [*command, sys.executable, *sys.argv])
+
+
 class Workplace:
     def __init__(self, directory, programs, messages):
         self.directory, self.programs, self.messages = directory, programs, messages
