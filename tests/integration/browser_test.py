@@ -50,7 +50,7 @@ def own_links(page, links):
     if page.name in mail_archive.INDEXES:
         return local, []
     descriptor = mail_archive.Descriptor(page.with_suffix(".add") if page.stem != ".htm" else page.parent / ".add")
-    parts = [descriptor[key] for key in ("HTML", "EML", "COMMENT") if descriptor[key]] + descriptor.attachments()
+    parts = [descriptor[key] for key in ("HTML", "FAX", "VOICE", "EML", "COMMENT") if descriptor[key]] + descriptor.attachments()
     wanted = {descriptor.file(part) for part in parts}
     own = [(written, url) for written, url in local if file_of(url) in wanted]
     return own, [f"no link to {part}" for part in wanted - {file_of(url) for _, url in own}]
@@ -90,6 +90,7 @@ def walk(browser, root, forms):
 def main():
     with workplace.from_command_line(__doc__) as place, chromium.Chromium() as browser:
         place.deliver()
+        place.put_entries()
         place.export()
         problems = list(walk(browser, place.archive, place.programs / "Designs"))
         for page, problem in problems:

@@ -67,6 +67,14 @@ class Workplace:
                 archive = pathlib.PurePosixPath("Gemeinsam", top.name, directory.relative_to(top))
                 self.run("velmoractl", "store", "deliver", "--archive", archive, *files)
 
+    def put_entries(self):
+        """The faxes, voice mails, text messages and addresses of the demo, their files in `entries`."""
+        demo = pathlib.Path(__file__).parents[2] / "demo" / "put_entries.py"
+        done = subprocess.run([sys.executable, demo, self.programs / "velmoractl", self.directory / "entries"],
+                              env=self.environment, capture_output=True, text=True)
+        if done.returncode != 0:
+            sys.exit(f"{demo.name} ended with {done.returncode}\n{done.stdout}{done.stderr}")
+
     def export(self):
         control = self.directory / "export.txt"
         control.write_text(f"command=archivecopymove\nsrcarchive=/Archive/Gemeinsam\ndstdirectory={self.archive}\n"
