@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/code_page.h"
+#include "base/line_ends.h"
 #include "base/text.h"
 
 namespace velmora::addresses {
@@ -124,16 +125,10 @@ std::string DecodeQuotedPrintable(std::string_view text) {
   return decoded;
 }
 
-std::string WithLineEnds(std::string_view text) {
-  return ReplaceAll(ReplaceAll(ReplaceAll(text, LineEnd, "\n"), "\r", "\n"), "\n", LineEnd);
-}
-
 std::string ToText(std::string_view bytes, std::string_view charset) {
   const bool isWestern = std::ranges::find(WesternCharsets, charset) != WesternCharsets.end();
   const bool isUtf8 = charset == "UTF-8" || (!isWestern && IsValidUtf8(bytes));
-  auto lines = Split(WithLineEnds(isUtf8 ? MakeValidUtf8(bytes) : FromCodePage(bytes)), LineEnd);
-  for (auto& line : lines) line = BlankControlCharacters(line);
-  return Join(lines, LineEnd);
+  return CleanLines(isUtf8 ? MakeValidUtf8(bytes) : FromCodePage(bytes));
 }
 
 // Appends what the escape at `position`, a backslash, stands for, and moves behind it. 2.1 knows only "\;":

@@ -36,6 +36,7 @@ class VCardLineReader {
   explicit VCardLineReader(std::string_view bytes);
   // The next line that has a name and a colon; nothing at the end. `version`: of the card as far as known.
   std::optional<VCardLine> Next(VCardVersion version);
+  std::size_t Position() const { return position_; }
   // Of the line that Next gave last, from 1.
   std::size_t LineNumber() const { return lineNumber_; }
 

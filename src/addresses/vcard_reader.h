@@ -23,6 +23,8 @@ class VCardReader {
   explicit VCardReader(std::string_view bytes) : lines_(bytes) {}
   // The next card; nothing at the end. A card may be without any value.
   std::optional<VCard> Next();
+  // The bytes read so far.
+  std::size_t Position() const { return lines_.Position(); }
 
  private:
   VCardLineReader lines_;

@@ -18,6 +18,8 @@ void AddStoreOption(CLI::App& command, std::string& directory);
 
 // `velmoractl store ...`: care for the built-in store.
 void AddStoreCommands(CLI::App& app, Action& action);
+// The commands `put-...` of `velmoractl store`.
+void AddPutCommands(CLI::App& group, Action& action);
 // `velmoractl run FILE|KEY=VALUE...`: an unattended run.
 void AddRunCommand(CLI::App& app, Action& action);
 // `velmoractl addresses ...`: addresses to and from files.

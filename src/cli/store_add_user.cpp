@@ -1,6 +1,7 @@
 #include <fmt/core.h>
 
 #include "base/text.h"
+#include "cli/card_file.h"
 #include "cli/exit_status.h"
 #include "cli/output.h"
 #include "cli/store_access.h"
@@ -21,6 +22,13 @@ int RunStoreAddUser(const AddUserOptions& options) {
   }
   const auto access = SignOnAsAdministrator(options.Store, "Benutzer trägt nur ein Administrator ein");
   if (!access) return access.error();
+  const auto card = options.VCard.empty()
+                        ? Result<store::AddressValues>()
+                        : ReadFirstCard(*access->FileSystem, WindowsPath(*access->FileSystem, options.VCard));
+  if (!card) {
+    PrintError(options.VCard, card.error());
+    return exit_status::DoneWithErrors;
+  }
   auto site = embedded::SiteDatabase::Open(embedded::SiteDatabasePath(access->Location.HostDirectory));
   if (!site) {
     PrintError("Standortdaten", site.error());
@@ -36,9 +44,12 @@ int RunStoreAddUser(const AddUserOptions& options) {
     PrintError(options.Name, added.error());
     return exit_status::DoneWithErrors;
   }
+  const auto kept = card->empty() ? Status{} : site->SetCard(added->Id, *card);
   PrintLine(
       fmt::format("Benutzer {} eingetragen, Verzeichnis {}", added->Name, store::UserDirName(added->Id)));
-  return exit_status::Done;
+  if (kept) return exit_status::Done;
+  PrintError("Seine Adresse", kept.error());
+  return exit_status::DoneWithErrors;
 }
 
 }  // namespace velmora::cli

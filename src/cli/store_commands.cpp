@@ -41,6 +41,8 @@ void AddAddUser(CLI::App& group, Action& action) {
       ->required()
       ->type_name("NAME");
   command->add_option("--mail", options->Mail, "Mail-Adresse")->type_name("ADRESSE");
+  command->add_option("--vcard", options->VCard, "Seine Adresse: eine Datei mit einer vCard")
+      ->type_name("DATEI");
   auto* administrator = command->add_flag("--admin", options->Administrator, "Mit allen Rechten");
   command->add_flag("--no-rights", options->WithoutRights, "Ohne Rechte: kann sich nicht anmelden")
       ->excludes(administrator);
@@ -102,6 +104,7 @@ void AddStoreCommands(CLI::App& app, Action& action) {
   AddInit(*group, action);
   AddAddUser(*group, action);
   AddDeliver(*group, action);
+  AddPutCommands(*group, action);
   AddList(*group, action);
   AddCheck(*group, action);
   AddSite(*group, action);

@@ -1,6 +1,7 @@
 // The commands of `velmoractl store`, each with what its part of the command line gave.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ struct AddUserOptions {
   std::string Name, Login, Mail;
   bool Administrator = false;
   bool WithoutRights = false;
+  std::string VCard;  // host path of a file, "" for none
 };
 int RunStoreAddUser(const AddUserOptions& options);
 
@@ -28,6 +30,18 @@ struct DeliverCommandOptions {
   std::vector<std::string> Sources;  // host paths
 };
 int RunStoreDeliver(const DeliverCommandOptions& options);
+
+struct PutKind;
+
+struct PutOptions {
+  const PutKind* Kind = nullptr;
+  std::string Store;
+  std::string Archive;
+  std::vector<std::string> Files;             // host paths
+  std::map<std::string, std::string> Values;  // by option; an empty one is not given
+  std::map<std::string, bool> Switches;       // by option
+};
+int RunStorePut(const PutOptions& options);
 
 struct ListOptions {
   std::string Store;

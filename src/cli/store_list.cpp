@@ -7,6 +7,8 @@
 
 #include "base/date_time.h"
 #include "base/text.h"
+#include "cli/entry_json.h"
+#include "cli/entry_row.h"
 #include "cli/exit_status.h"
 #include "cli/json.h"
 #include "cli/output.h"
@@ -18,96 +20,6 @@ namespace velmora::cli {
 namespace {
 
 using store::DvArchive;
-using store::DvItem;
-namespace tag = store::tag;
-
-// "2026-12-31T23:59:00", local time; null without a date.
-std::string JsonDate(DateTime date) {
-  if (date.IsNull()) return "null";
-  const auto civil = date.Civil();
-  return fmt::format("\"{:04}-{:02}-{:02}T{:02}:{:02}:{:02}\"", civil.Year, civil.Month, civil.Day,
-                     civil.Hour, civil.Minute, civil.Second);
-}
-
-struct AttachmentRow {
-  std::string Name;
-  std::int64_t Size;
-  std::uint32_t Flags;
-};
-
-struct EntryRow {
-  store::EntryKey Key = 0;
-  int Type = 0;
-  std::string Subject, From, To;
-  DateTime Date;
-  std::int64_t Flags = 0, Status = 0;
-  std::vector<AttachmentRow> Attachments;
-};
-
-Result<std::vector<AttachmentRow>> ReadAttachments(DvItem& item) {
-  std::vector<AttachmentRow> rows;
-  const auto count = item.Attachments().Count();
-  if (!count) return Fail(count.error());
-  for (int index = 0; index < *count; ++index) {
-    const auto attachment = item.Attachments().Item(index);
-    if (!attachment) return Fail(attachment.error());
-    rows.push_back({(*attachment)->Name(), (*attachment)->Size(), (*attachment)->Flags()});
-  }
-  return rows;
-}
-
-// The first of the fields that is not empty.
-Result<std::string> FirstText(store::DvFields& fields, std::initializer_list<store::FieldTag> tags) {
-  for (const auto fieldTag : tags) {
-    const auto value = fields.Get(fieldTag);
-    if (!value) return Fail(value.error());
-    if (auto text = store::FieldText(*value); !text.empty()) return text;
-  }
-  return std::string();
-}
-
-Result<EntryRow> ReadEntry(DvItem& item) {
-  EntryRow row;
-  row.Key = item.Key();
-  row.Type = item.Type();
-  auto& fields = item.Fields();
-  auto subject = FirstText(fields, {tag::Subject});
-  if (!subject) return Fail(subject.error());
-  auto from = FirstText(fields, {tag::SenderAddress});
-  if (!from) return Fail(from.error());
-  auto to = FirstText(fields, {tag::Recipients, tag::RecipientText, tag::RecipientAddress});
-  if (!to) return Fail(to.error());
-  row.Subject = std::move(*subject);
-  row.From = std::move(*from);
-  row.To = std::move(*to);
-  const auto date = fields.Get(tag::StatusTime);
-  if (!date) return Fail(date.error());
-  row.Date = store::FieldDate(*date);
-  const auto flags = fields.Get(tag::Flags);
-  if (!flags) return Fail(flags.error());
-  row.Flags = store::FieldNumber(*flags);
-  const auto status = fields.Get(tag::SendStatus);
-  if (!status) return Fail(status.error());
-  row.Status = store::FieldNumber(*status);
-  auto attachments = ReadAttachments(item);
-  if (!attachments) return Fail(attachments.error());
-  row.Attachments = std::move(*attachments);
-  return row;
-}
-
-std::string EntryJson(const EntryRow& row) {
-  std::string attachments;
-  for (const auto& attachment : row.Attachments) {
-    attachments +=
-        fmt::format("{}{{\"name\": {}, \"size\": {}, \"flags\": {}}}", attachments.empty() ? "" : ", ",
-                    JsonText(attachment.Name), attachment.Size, attachment.Flags);
-  }
-  return fmt::format(
-      "{{\"key\": {}, \"type\": {}, \"subject\": {}, \"from\": {}, \"to\": {}, \"date\": {}, \"flags\": {}, "
-      "\"status\": {}, \"attachments\": [{}]}}",
-      row.Key, row.Type, JsonText(row.Subject), JsonText(row.From), JsonText(row.To), JsonDate(row.Date),
-      row.Flags, row.Status, attachments);
-}
 
 // One line for a person; what would steer the terminal is blanked.
 std::string EntryLine(const EntryRow& row) {
@@ -159,7 +71,14 @@ class ListWriter {
   int errors_ = 0;
 };
 
-int ListEntries(DvArchive& archive, bool json) {
+Result<std::string> ShowEntry(store::DvItemView& view, platform::FileSystem& fileSystem, bool json) {
+  if (json) return EntryJson(view, fileSystem);
+  const auto row = ReadEntryRow(view.Item());
+  if (!row) return Fail(row.error());
+  return EntryLine(*row);
+}
+
+int ListEntries(DvArchive& archive, platform::FileSystem& fileSystem, bool json) {
   ListWriter writer(json);
   const auto entries = archive.GetEntries(store::filter_preset::None);
   if (!entries) {
@@ -167,10 +86,10 @@ int ListEntries(DvArchive& archive, bool json) {
     return writer.Finish();
   }
   for (int index = 0; index < (*entries)->Count(); ++index) {
-    const auto item = (*entries)->Item(index);
-    const auto row = item ? ReadEntry(**item) : Result<EntryRow>(velmora::Fail(item.error()));
+    const auto view = archive.ItemView((*entries)->Key(index));
+    const auto row = view ? ShowEntry(**view, fileSystem, json) : velmora::Fail(view.error());
     if (row) {
-      writer.Add(json ? EntryJson(*row) : EntryLine(*row));
+      writer.Add(*row);
     } else {
       writer.Fail(fmt::format("{}, Eintrag {}", archive.FullPath(), (*entries)->Key(index)), row.error());
     }
@@ -214,7 +133,7 @@ int RunStoreList(const ListOptions& options) {
   auto& account = *access->Account;
   if (!options.Archive.empty()) {
     const auto archive = account.GetArchive(options.Archive);
-    if (archive) return ListEntries(**archive, options.Json);
+    if (archive) return ListEntries(**archive, *access->FileSystem, options.Json);
     PrintError(options.Archive, archive.error());
     return exit_status::DoneWithErrors;
   }

@@ -43,35 +43,36 @@ enum class AddressProperty {
 
 // In the order of AddressProperty.
 inline constexpr auto AddressProperties = std::to_array<PropertyInfo<AddressProperty>>({
-    {AddressProperty::DisplayName, "DisplayName", PropertyKind::Text},
-    {AddressProperty::FaxNumber, "FaxNumber", PropertyKind::Text},
-    {AddressProperty::LastName, "LastName", PropertyKind::Text},
-    {AddressProperty::FirstName, "FirstName", PropertyKind::Text},
-    {AddressProperty::MiddleInitial, "MiddleInitial", PropertyKind::Text},
-    {AddressProperty::Salutation, "Salutation", PropertyKind::Text},
-    {AddressProperty::Title, "Title", PropertyKind::Text},
-    {AddressProperty::Birthday, "Birthday", PropertyKind::Text},  // as a person wrote it
-    {AddressProperty::Company, "Company", PropertyKind::Text},
-    {AddressProperty::Street, "Street", PropertyKind::Text},
-    {AddressProperty::PostalCode, "PostalCode", PropertyKind::Text},
-    {AddressProperty::City, "City", PropertyKind::Text},
-    {AddressProperty::Country, "Country", PropertyKind::Text},
-    {AddressProperty::State, "State", PropertyKind::Text},
-    {AddressProperty::WebAddress, "WebAddress", PropertyKind::Text},
-    {AddressProperty::BusinessPhone, "BusinessPhone", PropertyKind::Text},
-    {AddressProperty::HomePhone, "HomePhone", PropertyKind::Text},
-    {AddressProperty::MobilePhone, "MobilePhone", PropertyKind::Text},
-    {AddressProperty::SecondFax, "SecondFax", PropertyKind::Text},
-    {AddressProperty::EMail, "EMail", PropertyKind::Text},
-    {AddressProperty::VoiceBox, "VoiceBox", PropertyKind::Text},
-    {AddressProperty::Pager, "Pager", PropertyKind::Text},
-    {AddressProperty::Notes, "Notes", PropertyKind::Text},              // lines ended by CR LF
-    {AddressProperty::Categories, "Categories", PropertyKind::Number},  // 16 bits, see CategoryNames
-    {AddressProperty::SecondEMail, "SecondEMail", PropertyKind::Text},
-    {AddressProperty::PdaCategory, "PdaCategory", PropertyKind::Text},
-    {AddressProperty::DefaultAddress, "DefaultAddress", PropertyKind::Number},
-    {AddressProperty::AddressCategories, "AddressCategories", PropertyKind::Text},
-    {AddressProperty::Photo, "Photo", PropertyKind::Text},  // name of a picture file
+    {AddressProperty::DisplayName, "DisplayName", PropertyKind::Text, "Anzeigename"},
+    {AddressProperty::FaxNumber, "FaxNumber", PropertyKind::Text, "Fax"},
+    {AddressProperty::LastName, "LastName", PropertyKind::Text, "Nachname"},
+    {AddressProperty::FirstName, "FirstName", PropertyKind::Text, "Vorname"},
+    {AddressProperty::MiddleInitial, "MiddleInitial", PropertyKind::Text, "2. Vorname"},
+    {AddressProperty::Salutation, "Salutation", PropertyKind::Text, "Anrede"},
+    {AddressProperty::Title, "Title", PropertyKind::Text, "Titel"},
+    {AddressProperty::Birthday, "Birthday", PropertyKind::Text, "Geburtstag"},  // as a person wrote it
+    {AddressProperty::Company, "Company", PropertyKind::Text, "Firma"},
+    {AddressProperty::Street, "Street", PropertyKind::Text, "Straße"},
+    {AddressProperty::PostalCode, "PostalCode", PropertyKind::Text, "PLZ"},
+    {AddressProperty::City, "City", PropertyKind::Text, "Ort"},
+    {AddressProperty::Country, "Country", PropertyKind::Text, "Land"},
+    {AddressProperty::State, "State", PropertyKind::Text, "Bundesland"},
+    {AddressProperty::WebAddress, "WebAddress", PropertyKind::Text, "Web-Site"},
+    {AddressProperty::BusinessPhone, "BusinessPhone", PropertyKind::Text, "Geschäftlich"},
+    {AddressProperty::HomePhone, "HomePhone", PropertyKind::Text, "Privat"},
+    {AddressProperty::MobilePhone, "MobilePhone", PropertyKind::Text, "Mobile"},
+    {AddressProperty::SecondFax, "SecondFax", PropertyKind::Text, "2.Fax"},
+    {AddressProperty::EMail, "EMail", PropertyKind::Text, "eMail"},
+    {AddressProperty::VoiceBox, "VoiceBox", PropertyKind::Text, "Voice-Box"},
+    {AddressProperty::Pager, "Pager", PropertyKind::Text, "SMS/Pager"},
+    {AddressProperty::Notes, "Notes", PropertyKind::Text, "Kommentar"},  // lines ended by CR LF
+    {AddressProperty::Categories, "Categories", PropertyKind::Number,
+     "Kategorien"},  // 16 bits, see CategoryNames
+    {AddressProperty::SecondEMail, "SecondEMail", PropertyKind::Text, "2.eMail"},
+    {AddressProperty::PdaCategory, "PdaCategory", PropertyKind::Text, "PDA-Kategorie"},
+    {AddressProperty::DefaultAddress, "DefaultAddress", PropertyKind::Number, "Vorzugs-Nachrichtentyp"},
+    {AddressProperty::AddressCategories, "AddressCategories", PropertyKind::Text, "Adress-Kategorien"},
+    {AddressProperty::Photo, "Photo", PropertyKind::Text, "Foto"},  // name of a picture file
 });
 
 // The values of an address as texts; a property that is not there is empty.

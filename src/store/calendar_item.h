@@ -35,31 +35,36 @@ enum class CalendarProperty {
 
 // In the order of CalendarProperty.
 inline constexpr auto CalendarProperties = std::to_array<PropertyInfo<CalendarProperty>>({
-    {CalendarProperty::Subject, "Subject", PropertyKind::Text},
-    {CalendarProperty::Content, "Content", PropertyKind::Text},  // the text of the entry
-    {CalendarProperty::StartTime, "StartTime", PropertyKind::Date},
-    {CalendarProperty::StopTime, "StopTime", PropertyKind::Date},
-    {CalendarProperty::AllDayEvent, "AllDayEvent", PropertyKind::Flag},
-    {CalendarProperty::AllDayEventNoWorkDay, "AllDayEventNoWorkDay", PropertyKind::Flag},
-    {CalendarProperty::Reminder, "Reminder", PropertyKind::Flag},
-    {CalendarProperty::ReminderMinutes, "ReminderMinutes", PropertyKind::Number},  // lead time
-    {CalendarProperty::ShowAs, "ShowAs", PropertyKind::Number},                    // see BusyStateGerman
-    {CalendarProperty::Kind, "Kind", PropertyKind::Text},                          // as a person named it
-    {CalendarProperty::Public, "Public", PropertyKind::Flag},
-    {CalendarProperty::Participants, "Participants", PropertyKind::Text},  // joined by "; "
-    {CalendarProperty::NoEndDate, "NoEndDate", PropertyKind::Flag},  // of the series, as all that follow
-    {CalendarProperty::EndDate, "EndDate", PropertyKind::Date},
-    {CalendarProperty::Recurrence, "Recurrence",
-     PropertyKind::Number},  // see RecurrenceGerman; 0 for a single appointment
-    {CalendarProperty::Interval, "Interval", PropertyKind::Number},
-    {CalendarProperty::DaysOfWeek, "DaysOfWeek", PropertyKind::Number},  // bit mask, see WeekDayText
-    {CalendarProperty::DayOfWeek, "DayOfWeek", PropertyKind::Number},
-    {CalendarProperty::DayOfMonth, "DayOfMonth", PropertyKind::Number},
-    {CalendarProperty::MonthOfYear, "MonthOfYear", PropertyKind::Number},
-    {CalendarProperty::RecurrenceKind, "RecurrenceKind", PropertyKind::Number},  // see RecurrenceKindGerman
-    {CalendarProperty::RecurrenceSubtype, "RecurrenceSubtype",
-     PropertyKind::Number},  // how the series ends, see RecurrenceEndText
-    {CalendarProperty::Occurrences, "Occurrences", PropertyKind::Number},  // number of repetitions
+    {CalendarProperty::Subject, "Subject", PropertyKind::Text, "Betreff"},
+    {CalendarProperty::Content, "Content", PropertyKind::Text, "Inhalt"},  // the text of the entry
+    {CalendarProperty::StartTime, "StartTime", PropertyKind::Date, "Beginn"},
+    {CalendarProperty::StopTime, "StopTime", PropertyKind::Date, "Stoppzeit"},
+    {CalendarProperty::AllDayEvent, "AllDayEvent", PropertyKind::Flag, "Ganztägig"},
+    {CalendarProperty::AllDayEventNoWorkDay, "AllDayEventNoWorkDay", PropertyKind::Flag, "Kein Arbeitstag"},
+    {CalendarProperty::Reminder, "Reminder", PropertyKind::Flag, "Erinnerung"},
+    {CalendarProperty::ReminderMinutes, "ReminderMinutes", PropertyKind::Number,
+     "Erinnerung vor Minuten"},                                                  // lead time
+    {CalendarProperty::ShowAs, "ShowAs", PropertyKind::Number, "Anzeigen als"},  // see BusyStateGerman
+    {CalendarProperty::Kind, "Kind", PropertyKind::Text, "Art"},                 // as a person named it
+    {CalendarProperty::Public, "Public", PropertyKind::Flag, "Öffentlich"},
+    {CalendarProperty::Participants, "Participants", PropertyKind::Text, "Teilnehmer"},  // joined by "; "
+    {CalendarProperty::NoEndDate, "NoEndDate", PropertyKind::Flag,
+     "Kein Enddatum"},  // of the series, as all that follow
+    {CalendarProperty::EndDate, "EndDate", PropertyKind::Date, "Endet am"},
+    {CalendarProperty::Recurrence, "Recurrence", PropertyKind::Number,
+     "Wiederholung"},  // see RecurrenceGerman; 0 for a single appointment
+    {CalendarProperty::Interval, "Interval", PropertyKind::Number, "Intervall"},
+    {CalendarProperty::DaysOfWeek, "DaysOfWeek", PropertyKind::Number,
+     "Tage in der Woche"},  // bit mask, see WeekDayText
+    {CalendarProperty::DayOfWeek, "DayOfWeek", PropertyKind::Number, "Tag in der Woche"},
+    {CalendarProperty::DayOfMonth, "DayOfMonth", PropertyKind::Number, "Tag im Monat"},
+    {CalendarProperty::MonthOfYear, "MonthOfYear", PropertyKind::Number, "Monat im Jahr"},
+    {CalendarProperty::RecurrenceKind, "RecurrenceKind", PropertyKind::Number,
+     "Wiederholungsart"},  // see RecurrenceKindGerman
+    {CalendarProperty::RecurrenceSubtype, "RecurrenceSubtype", PropertyKind::Number,
+     "RekursionsSubtyp"},  // how the series ends, see RecurrenceEndText
+    {CalendarProperty::Occurrences, "Occurrences", PropertyKind::Number,
+     "Anzahl der Wiederholungen"},  // number of repetitions
 });
 
 class DvCalendarItem : public DvPropertyView<CalendarProperty> {

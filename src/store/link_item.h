@@ -14,8 +14,8 @@ enum class LinkProperty {
 
 // In the order of LinkProperty.
 inline constexpr auto LinkProperties = std::to_array<PropertyInfo<LinkProperty>>({
-    {LinkProperty::Name, "Subject", PropertyKind::Text},  // the row of the link in its archive
-    {LinkProperty::Link, "Link", PropertyKind::Text},     // path or address, as it was given
+    {LinkProperty::Name, "Subject", PropertyKind::Text, "Betreff"},   // the row of the link in its archive
+    {LinkProperty::Link, "Link", PropertyKind::Text, "Verknüpfung"},  // path or address, as it was given
 });
 
 class DvLinkItem : public DvPropertyView<LinkProperty> {

@@ -21,6 +21,7 @@ struct PropertyInfo {
   Property Which;
   std::string_view Name;
   PropertyKind Kind;
+  std::string_view Label;  // German, as the readable list of properties shows it
 };
 
 // Whether row i of a table is that of the property with the value i, so that a property is its own index.

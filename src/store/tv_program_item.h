@@ -31,25 +31,26 @@ enum class TvProgramProperty {
 
 // In the order of TvProgramProperty.
 inline constexpr auto TvProgramProperties = std::to_array<PropertyInfo<TvProgramProperty>>({
-    {TvProgramProperty::EndTime, "EndTime", PropertyKind::Date},
-    {TvProgramProperty::Title, "Subject", PropertyKind::Text},  // also the row of the program in its archive
-    {TvProgramProperty::Genre, "Genre", PropertyKind::Text},
-    {TvProgramProperty::Subtitle, "Subtitle", PropertyKind::Text},
-    {TvProgramProperty::Country, "Country", PropertyKind::Text},
-    {TvProgramProperty::Year, "Year", PropertyKind::Number},
-    {TvProgramProperty::Length, "Length", PropertyKind::Number},  // minutes
-    {TvProgramProperty::AgeLimit, "AgeLimit", PropertyKind::Text},
-    {TvProgramProperty::Director, "Director", PropertyKind::Text},
-    {TvProgramProperty::Screenplay, "Screenplay", PropertyKind::Text},
-    {TvProgramProperty::Author, "Author", PropertyKind::Text},
-    {TvProgramProperty::Music, "Music", PropertyKind::Text},
-    {TvProgramProperty::Presenter, "Presenter", PropertyKind::Text},
-    {TvProgramProperty::ShortDescription, "ShortDescription", PropertyKind::Text},
-    {TvProgramProperty::Description, "Description", PropertyKind::Text},
-    {TvProgramProperty::Cast, "Cast", PropertyKind::Text},
-    {TvProgramProperty::ImageName, "ImageName", PropertyKind::Text},
-    {TvProgramProperty::Channel, "Channel", PropertyKind::Text},
-    {TvProgramProperty::StartTime, "StartTime", PropertyKind::Date},
+    {TvProgramProperty::EndTime, "EndTime", PropertyKind::Date, "TV Endzeit"},
+    {TvProgramProperty::Title, "Subject", PropertyKind::Text,
+     "TV Titel"},  // also the row of the program in its archive
+    {TvProgramProperty::Genre, "Genre", PropertyKind::Text, "TV Genre"},
+    {TvProgramProperty::Subtitle, "Subtitle", PropertyKind::Text, "TV Untertitel"},
+    {TvProgramProperty::Country, "Country", PropertyKind::Text, "TV Land"},
+    {TvProgramProperty::Year, "Year", PropertyKind::Number, "TV Sendejahr"},
+    {TvProgramProperty::Length, "Length", PropertyKind::Number, "TV Länge"},  // minutes
+    {TvProgramProperty::AgeLimit, "AgeLimit", PropertyKind::Text, "TV Alterbeschränkung"},
+    {TvProgramProperty::Director, "Director", PropertyKind::Text, "TV Regie"},
+    {TvProgramProperty::Screenplay, "Screenplay", PropertyKind::Text, "TV Drehbuch"},
+    {TvProgramProperty::Author, "Author", PropertyKind::Text, "TV Autor"},
+    {TvProgramProperty::Music, "Music", PropertyKind::Text, "TV Musik"},
+    {TvProgramProperty::Presenter, "Presenter", PropertyKind::Text, "TV Moderator"},
+    {TvProgramProperty::ShortDescription, "ShortDescription", PropertyKind::Text, "TV Kurzbeschreibung"},
+    {TvProgramProperty::Description, "Description", PropertyKind::Text, "TV Beschreibung"},
+    {TvProgramProperty::Cast, "Cast", PropertyKind::Text, "TV Darsteller"},
+    {TvProgramProperty::ImageName, "ImageName", PropertyKind::Text, "TV ImageName"},
+    {TvProgramProperty::Channel, "Channel", PropertyKind::Text, "TV Kanal"},
+    {TvProgramProperty::StartTime, "StartTime", PropertyKind::Date, "TV Anfangszeit"},
 });
 
 class DvTvProgramItem : public DvPropertyView<TvProgramProperty> {

@@ -9,7 +9,7 @@
 #include "store/archive_record.h"
 #include "store/embedded/site_database.h"
 #include "store/embedded/store_setup.h"
-#include "support/temp_dir.h"
+#include "store_commands_fixture.h"
 
 namespace velmora::cli {
 namespace {
@@ -21,34 +21,9 @@ constexpr const char* Message =
     "--xx\nContent-Type: text/plain; name=\"a\\\"b.txt\"\nContent-Disposition: "
     "attachment\n\nInhalt\n--xx--\n";
 
-class StoreCommandsTest : public testing::Test {
+class StoreCommandsTest : public StoreCommandsFixture {
  protected:
-  struct Outcome {
-    int Status;
-    std::string Output;
-  };
-
-  // `velmoractl store ARGUMENTS...`; VELMORA_STORE is set to `store` unless that is "".
-  Outcome Run(std::vector<std::string> arguments, const std::string& store = "") {
-    std::vector<std::string> command{"/usr/bin/env", "-i", "TZ=UTC", "HOME=" + directory_.HostPath()};
-    if (!store.empty()) command.push_back("VELMORA_STORE=" + store);
-    command.insert(command.end(), {VELMORACTL, "store"});
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    const auto result = platform::RunProcess(command, "");
-    EXPECT_TRUE(result) << result.error().Text;
-    return result ? Outcome{result->ExitStatus, result->Output} : Outcome{-1, ""};
-  }
-  std::string Store() const { return directory_.HostPath("store"); }
-  void Init() {
-    const auto made = Run({"init", Store(), "--server", "BUERO"});
-    ASSERT_EQ(made.Status, 0) << made.Output;
-  }
-  std::string WriteMessage(const std::string& name) {
-    directory_.WriteHostFile(name, Message);
-    return directory_.HostPath(name);
-  }
-
-  velmora::test::TempDir directory_;
+  std::string WriteMessage(const std::string& name) { return WriteFile(name, Message); }
 };
 
 TEST_F(StoreCommandsTest, InitDeliverAndListWorkTogether) {

@@ -94,18 +94,4 @@ std::string DecodeCharset(std::string_view bytes, std::string_view charset) {
   return text;
 }
 
-std::string WithCrLf(std::string_view text) {
-  std::string lines;
-  lines.reserve(text.size() + text.size() / 32);
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\r' && text[i] != '\n') {
-      lines.push_back(text[i]);
-      continue;
-    }
-    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
-    lines.append("\r\n");
-  }
-  return lines;
-}
-
 }  // namespace velmora::store::embedded

@@ -31,7 +31,4 @@ std::size_t DecodedSize(std::string_view encoded, std::string_view encoding);
 // the bytes are valid, else Windows-1252. Bytes that the set lacks become a replacement character.
 std::string DecodeCharset(std::string_view bytes, std::string_view charset);
 
-// Every line end as CR LF.
-std::string WithCrLf(std::string_view text);
-
 }  // namespace velmora::store::embedded

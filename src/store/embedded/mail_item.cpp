@@ -1,6 +1,6 @@
 #include "store/embedded/mail_item.h"
 
-#include "store/embedded/content_decoder.h"
+#include "base/line_ends.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/code_page.h"
+#include "base/line_ends.h"
 #include "base/text.h"
 #include "store/embedded/attachment_names.h"
 #include "store/embedded/content_decoder.h"

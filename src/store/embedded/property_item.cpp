@@ -4,19 +4,12 @@
 #include <string>
 
 #include "base/date_time.h"
+#include "base/line_ends.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "store/embedded/content_decoder.h"
 
 namespace velmora::store::embedded {
 namespace {
-
-std::string CleanText(std::string_view text) {
-  constexpr std::string_view lineEnd = "\r\n";
-  auto lines = Split(WithCrLf(MakeValidUtf8(text)), lineEnd);
-  for (auto& line : lines) line = BlankControlCharacters(line);
-  return Join(lines, lineEnd);
-}
 
 template <typename Value>
 FieldValue OrNothing(std::optional<Value> value) {
@@ -37,7 +30,7 @@ FieldValue ToProperty(FieldValue value, PropertyKind kind) {
   if (text != nullptr && text->empty()) return FieldValue{};
   switch (kind) {
     case PropertyKind::Text:
-      return CleanText(FieldText(value));
+      return CleanLines(MakeValidUtf8(FieldText(value)));
     case PropertyKind::Number:
       return text != nullptr ? OrNothing(ParseInteger(*text)) : FieldValue(FieldNumber(value));
     case PropertyKind::Flag:
