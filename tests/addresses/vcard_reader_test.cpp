@@ -3,9 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
+#include <utility>
 #include <vector>
 
+#include "addresses/vcard.h"
+#include "base/code_page.h"
 #include "base/text.h"
 
 namespace velmora::addresses {
@@ -86,6 +90,50 @@ TEST(VCardReaderTest, ReadsTheCardThatThisProgramWrites) {
     EXPECT_EQ(Value(card.front(), property), text) << static_cast<int>(property);
   }
   EXPECT_EQ(card.front().size(), expected.size());
+}
+
+TEST(VCardReaderTest, AWrittenCardComesBack) {
+  AddressRecord address;
+  for (std::size_t i = 0; i < FieldCount; ++i)
+    address.Fields[i] = "Wert " + std::string(ColumnNames[i]) + " = € \\n";
+  address.Notes = "Eins =3\r\nZwei =";
+  address.Categories = 0x8001;
+  address.DefaultAddress = 4;
+  const auto written = FormatVCard(address, *DateTime::FromCivil({2026, 11, 21, 8, 0, 0}));
+  constexpr std::array columns{std::pair(field::DisplayName, AddressProperty::DisplayName),
+                               std::pair(field::Fax, AddressProperty::FaxNumber),
+                               std::pair(field::LastName, AddressProperty::LastName),
+                               std::pair(field::FirstName, AddressProperty::FirstName),
+                               std::pair(field::Initials, AddressProperty::MiddleInitial),
+                               std::pair(field::Salutation, AddressProperty::Salutation),
+                               std::pair(field::Title, AddressProperty::Title),
+                               std::pair(field::Birthday, AddressProperty::Birthday),
+                               std::pair(field::Company, AddressProperty::Company),
+                               std::pair(field::Street, AddressProperty::Street),
+                               std::pair(field::PostalCode, AddressProperty::PostalCode),
+                               std::pair(field::City, AddressProperty::City),
+                               std::pair(field::Country, AddressProperty::Country),
+                               std::pair(field::State, AddressProperty::State),
+                               std::pair(field::WebSite, AddressProperty::WebAddress),
+                               std::pair(field::BusinessPhone, AddressProperty::BusinessPhone),
+                               std::pair(field::HomePhone, AddressProperty::HomePhone),
+                               std::pair(field::MobilePhone, AddressProperty::MobilePhone),
+                               std::pair(field::SecondFax, AddressProperty::SecondFax),
+                               std::pair(field::EMail, AddressProperty::EMail),
+                               std::pair(field::VoiceBox, AddressProperty::VoiceBox),
+                               std::pair(field::Pager, AddressProperty::Pager),
+                               std::pair(field::SecondEMail, AddressProperty::SecondEMail),
+                               std::pair(field::PdaCategory, AddressProperty::PdaCategory)};
+  for (const auto& bytes : {written, ToCodePage(written)}) {
+    const auto cards = ReadAll(bytes);
+    ASSERT_EQ(cards.size(), 1U);
+    for (const auto& [column, property] : columns) {
+      EXPECT_EQ(Value(cards[0], property), address.Fields[column]) << ColumnNames[column];
+    }
+    EXPECT_EQ(Value(cards[0], AddressProperty::Notes), address.Notes);
+    EXPECT_EQ(Value(cards[0], AddressProperty::Categories), "32769");
+    EXPECT_EQ(Value(cards[0], AddressProperty::DefaultAddress), "4");
+  }
 }
 
 TEST(VCardReaderTest, ABirthdayThatIsNoneGivesNone) {

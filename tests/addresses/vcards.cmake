@@ -1,1 +1,1 @@
-velmora_test(vcards SOURCES vcard_reader_test.cpp LINK velmora_vcards)
+velmora_test(vcards SOURCES vcard_reader_test.cpp LINK velmora_addresses velmora_vcards)
