@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "store/special_archives.h"
 #include "store/user_directory.h"
+#include "store/vocabulary.h"
 #include "store_fixture.h"
 
 namespace velmora::store::embedded {
@@ -204,6 +205,19 @@ TEST_F(AccountTest, MailFilesComeAndGoByteForByte) {
   EXPECT_EQ(fileSystem_->ReadFile(*path).value_or(""), PlainMessage);
   EXPECT_EQ(ErrorOf(anna_->DVMailItemFromEml(directory_.Path("no.eml"), **inbox)),
             platform::file_error::FileNotFound);
+}
+
+TEST_F(AccountTest, AFaxIsNoMailFileWhateverItsImageSays) {
+  directory_.WriteHostFile("a.tif", PlainMessage);
+  const auto inbox = *anna_->GetSpecialArchive(special::Inbox);
+  const auto fax = inbox->CreateItem(item_type::Fax);
+  ASSERT_TRUE(fax);
+  EXPECT_EQ((*fax)->AsFax()->Sender().value_or(DvRecipient{}).Address, "") << "only mails are the user's";
+  ASSERT_TRUE((*fax)->AsFax()->SetImage(directory_.Path("a.tif")));
+  ASSERT_TRUE((*fax)->Item().Update());
+  EXPECT_EQ(fileSystem_->ReadFile((*fax)->AsFax()->ImagePath()).value_or(""), PlainMessage);
+  EXPECT_EQ(ErrorOf(anna_->DVEmlFromMailItem((*fax)->Item(), directory_.Path("tmp"))),
+            store_error::WrongKind);
 }
 
 TEST_F(AccountTest, BroadcastListsBearTheirDescriptionOrTheirFileName) {

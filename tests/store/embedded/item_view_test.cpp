@@ -1,6 +1,7 @@
 // The typed views of the entries that are no mail.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 
 #include "base/text.h"
@@ -328,6 +329,24 @@ TEST_F(ItemViewTest, SubjectsAreOrderedWithoutRegardToCaseAndEqualOnesByKey) {
             (std::vector<std::string>{"", "anna", "ANNA", "Berta", "zebra", "Äpfel", "äPFEL"}));
   StoreFax("anna");
   EXPECT_EQ(SubjectsBySubject(filter_preset::OnlyAddress).size(), 7U);
+}
+
+TEST_F(ItemViewTest, TenThousandAddressesAreInOrderAtOnce) {
+  constexpr int count = 10'000;
+  for (int i = 0; i < count; ++i) {
+    // A prime above half of the count visits every number once.
+    const auto number = std::to_string(count + i * 7919 % count);
+    StoreAddress((i % 2 == 0 ? "NAME " : "name ") + number);
+  }
+  const auto begin = std::chrono::steady_clock::now();
+  const auto entries = store->GetEntries(In, filter_preset::OnlyAddress, EntryOrder::BySubject);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
+  ASSERT_TRUE(entries);
+  ASSERT_EQ((*entries)->Count(), count);
+  for (const int i : {0, 1, 5'000, count - 1}) {
+    EXPECT_EQ(FoldCase(FieldText(Field((*entries)->Key(i), tag::Subject))),
+              FoldCase("name " + std::to_string(count + i)));
+  }
 }
 
 TEST_F(ItemViewTest, TheOrderIsFixedAtTheCall) {

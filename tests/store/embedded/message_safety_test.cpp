@@ -12,6 +12,7 @@
 #include "message_fixture.h"
 #include "store/embedded/entry_store.h"
 #include "store/errors.h"
+#include "store/vocabulary.h"
 
 namespace velmora::store::embedded {
 namespace {
@@ -362,6 +363,38 @@ TEST_F(MessageSafetyTest, KilledProcessLosesNoEntry) {
     }
     EXPECT_EQ(subjects.size(), std::size_t{Mails});
     store.reset();
+  }
+}
+
+TEST_F(MessageSafetyTest, KilledProcessLeavesNoFaxWithoutItsImage) {
+  const std::string image(20'000, 'x');
+  directory.WriteHostFile("bild.tif", image);
+  for (int round = 0; round < 3; ++round) {
+    store.reset();
+    const auto child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      const auto childFiles = MakeFileSystem();
+      MessageStore faxes(*childFiles, platform::SystemClock());
+      while (true) {
+        const auto view = faxes.CreateItem(In, item_type::Fax);
+        (void)(*view)->AsFax()->SetImage(directory.Path("bild.tif"));
+        (void)(*view)->Item().Update();
+      }
+    }
+    usleep(500'000 + 70'000 * static_cast<unsigned>(round));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    Reopen();
+    const auto listed = store->GetEntries(In, filter_preset::None, EntryOrder::Store);
+    ASSERT_TRUE(listed) << listed.error().Text;
+    EXPECT_GT((*listed)->Count(), 0);
+    for (int i = 0; i < (*listed)->Count(); ++i) {
+      const auto view = store->ItemView(In, (*listed)->Key(i));
+      ASSERT_TRUE(view);
+      EXPECT_EQ(files->ReadFile((*view)->AsFax()->ImagePath()).value_or(""), image);
+    }
+    for (const auto& finding : store->Check(In)) EXPECT_TRUE(finding.IsNote) << finding.Text;
   }
 }
 
