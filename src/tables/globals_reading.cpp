@@ -37,7 +37,7 @@ class GlobalsReader {
   bool IsStart(const Record& record) {
     if (record.Id != Id::Bof || record.Data.size() < 2 * sizeof(std::uint16_t)) return false;
     const auto version = ReadLittle<std::uint16_t>(record.Data, 0);
-    if (version == biff::VersionBiff5) globals_.Texts = TextForm::CodePage;
+    if (version == biff::VersionBiff5) globals_.Texts = TextForm::Biff5;
     return (version == biff::VersionBiff8 || version == biff::VersionBiff5) &&
            ReadLittle<std::uint16_t>(record.Data, sizeof version) == biff::SubstreamGlobals;
   }
@@ -49,11 +49,6 @@ class GlobalsReader {
         const auto isOn = PieceReader({record.Data}).Number<std::uint16_t>();
         globals_.Is1904 = isOn.value_or(0) != 0;
         return isOn.has_value();
-      }
-      case Id::CodePage: {
-        const bool isUtf16 = PieceReader({record.Data}).Number<std::uint16_t>() == biff::CodePageUtf16;
-        if (isUtf16 && globals_.Texts == TextForm::CodePage) globals_.Texts = TextForm::Utf16Bytes;
-        return true;
       }
       case Id::Format:
         return TakeFormat(record);

@@ -98,23 +98,21 @@ std::optional<std::string> PieceReader::RichText() {
   return text;
 }
 
-// BIFF5: so many bytes.
-std::optional<std::string> PieceReader::ByteText(std::size_t count, TextForm form) {
+std::optional<std::string> PieceReader::CodePageText(std::size_t count) {
   const std::optional<std::string> bytes = Bytes(count);
-  if (!bytes) return std::nullopt;
-  if (form == TextForm::CodePage) return FromCodePage(*bytes);
-  return PieceReader({*bytes}).Units(count / 2, biff::HighByte);
+  return bytes ? std::optional(FromCodePage(*bytes)) : std::nullopt;
 }
 
 std::optional<std::string> PieceReader::CellText(TextForm form) {
   if (form == TextForm::Biff8) return RichText();
   const auto count = Number<std::uint16_t>();
-  return count ? ByteText(*count, form) : std::nullopt;
+  return count ? CodePageText(*count) : std::nullopt;
 }
 
 std::optional<std::string> PieceReader::ShortText(TextForm form) {
   const auto count = Number<std::uint8_t>();
-  if (!count || form != TextForm::Biff8) return count ? ByteText(*count, form) : std::nullopt;
+  if (!count) return std::nullopt;
+  if (form == TextForm::Biff5) return CodePageText(*count);
   const auto flags = Number<std::uint8_t>();
   return flags ? Units(*count, *flags) : std::nullopt;
 }

@@ -36,9 +36,8 @@ class RecordReader {
   std::size_t position_;
 };
 
-// How the workbook keeps texts. BIFF5 has one byte for a character; Gnumeric writes UTF-16 there, too, and
-// says so in the code page.
-enum class TextForm { Biff8, CodePage, Utf16Bytes };
+// How the workbook keeps texts: BIFF5 has one byte for a character.
+enum class TextForm { Biff8, Biff5 };
 
 // Reads numbers and texts out of a record and its continuations. What reaches beyond the end gives nothing.
 class PieceReader {
@@ -58,7 +57,7 @@ class PieceReader {
   std::optional<std::string> Units(std::size_t count, std::uint8_t flags);
   // BIFF8: a text with its formatting runs and phonetics, which are skipped (2.5.293).
   std::optional<std::string> RichText();
-  // The text of a cell behind a count of two bytes. Code pages are taken for Windows-1252.
+  // The text of a cell behind a count of two bytes. The code page of BIFF5 is taken for Windows-1252.
   std::optional<std::string> CellText(TextForm form);
   // The same behind a count of one byte, without runs.
   std::optional<std::string> ShortText(TextForm form);
@@ -66,7 +65,7 @@ class PieceReader {
  private:
   // Goes on to the next piece only when more is asked for: at the very end of one, a text still has to begin.
   bool HasMore();
-  std::optional<std::string> ByteText(std::size_t count, TextForm form);
+  std::optional<std::string> CodePageText(std::size_t count);
   std::size_t Left() const { return piece_ < pieces_.size() ? pieces_[piece_].size() - at_ : 0; }
 
   std::vector<std::string_view> pieces_;

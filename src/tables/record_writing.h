@@ -46,6 +46,8 @@ class EncodedText {
   std::size_t Units() const { return units_.size(); }
   std::size_t UnitSize() const { return isWide_ ? 2 : 1; }
   std::uint8_t Flags() const { return isWide_ ? biff::HighByte : 0; }
+  // How many units from `first` on, at most `limit`, leave no pair of surrogates split.
+  std::size_t WholeUnits(std::size_t first, std::size_t limit) const;
   void AppendUnits(std::string& stream, std::size_t first, std::size_t count) const;
 
   // Count, flags and units; the count in one byte or two (2.5.240 ShortXLUnicodeString, 2.5.294

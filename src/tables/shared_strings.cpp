@@ -18,7 +18,8 @@ struct Place {
 };
 
 // Appends texts one after the other and opens a continuation record where one is full. Within a text the
-// flags are said again at the start of the continuation; a unit is never split.
+// flags are said again at the start of the continuation. The format asks for whole units; pairs of surrogates
+// are kept whole as well, since Gnumeric loses a text that is cut within one.
 class TableWriter {
  public:
   explicit TableWriter(std::string& stream) : stream_(stream) {}
@@ -41,7 +42,7 @@ class TableWriter {
     AppendLittle(stream_, static_cast<std::uint16_t>(text.Units()));
     AppendLittle(stream_, text.Flags());
     for (std::size_t done = 0;;) {
-      const std::size_t count = std::min(text.Units() - done, Room() / text.UnitSize());
+      const std::size_t count = text.WholeUnits(done, Room() / text.UnitSize());
       text.AppendUnits(stream_, done, count);
       done += count;
       if (done == text.Units()) return place;

@@ -101,6 +101,7 @@ struct NumberFormat {
 constexpr std::uint16_t GeneralFormat = 0;
 constexpr NumberFormat DateAndTimeFormat = {164, "dd\\.mm\\.yyyy\\ hh:mm:ss"},
                        DateFormat = {165, "dd\\.mm\\.yyyy"}, TimeFormat = {166, "hh:mm:ss"};
+constexpr NumberFormat OwnFormats[] = {DateAndTimeFormat, DateFormat, TimeFormat};
 
 // 2.4.353: the parent of a style's format is none; a cell's is the first style.
 constexpr std::uint16_t StyleXf = 0xFFF5, CellXf = 0x0001;
@@ -118,7 +119,7 @@ void AppendXf(std::string& stream, std::uint16_t font, std::uint16_t numberForma
 void AppendFormatting(std::string& stream) {
   for (int i = 0; i < DefaultFonts; ++i) AppendFont(stream, false);
   AppendFont(stream, true);
-  for (const NumberFormat& format : {DateAndTimeFormat, DateFormat, TimeFormat}) {
+  for (const NumberFormat& format : OwnFormats) {
     AppendRecord(stream, Id::Format, format.Number,
                  std::string_view(EncodedText(format.Code).Whole<std::uint16_t>()));
   }
@@ -126,7 +127,7 @@ void AppendFormatting(std::string& stream) {
   // In the order of CellFormat.
   AppendXf(stream, DefaultFont, GeneralFormat, CellXf);
   AppendXf(stream, BoldFont, GeneralFormat, CellXf);
-  for (const NumberFormat& format : {DateAndTimeFormat, DateFormat, TimeFormat}) {
+  for (const NumberFormat& format : OwnFormats) {
     AppendXf(stream, DefaultFont, format.Number, CellXf);
   }
   constexpr std::uint16_t builtInStyle = 0x8000;  // of the format 0: "Normal" (2.4.269)

@@ -152,10 +152,12 @@ TEST_F(SheetTableTest, AFailedSaveLeavesTheFileAndMayBeTriedAgain) {
   ASSERT_TRUE(table.AddRow({"Name"}, {"neu"}));
   const std::string old = FileBytes();
   for (const test::Fault fault : {test::Fault::Write, test::Fault::ShortWrite, test::Fault::Rename}) {
-    Files.FailOn(fault, 1, platform::file_error::DiskFull);
-    EXPECT_EQ(table.Save().error().Number, platform::file_error::DiskFull);
-    EXPECT_EQ(FileBytes(), old);
-    Files.Heal();
+    for (const int error : {platform::file_error::DiskFull, platform::file_error::AccessDenied}) {  // locked
+      Files.FailOn(fault, 1, error);
+      EXPECT_EQ(table.Save().error().Number, error);
+      EXPECT_EQ(FileBytes(), old);
+      Files.Heal();
+    }
   }
   ASSERT_TRUE(table.Save());
   EXPECT_EQ(Open().RowCount(), 2U);
