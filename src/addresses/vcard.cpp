@@ -36,13 +36,6 @@ std::string NotesText(std::string_view notes) {
   return BlankControlCharacters(ReplaceAll(text, "\n", QuotedLineBreak));
 }
 
-// The last value of a line that promises quoted-printable: its "=" at the end would join the next line.
-std::string LastQuoted(std::string_view value) {
-  std::string text(value);
-  if (text.ends_with('=')) text += "3D";
-  return text;
-}
-
 }  // namespace
 
 std::string FormatVCard(const AddressRecord& address, DateTime now) {
@@ -76,12 +69,12 @@ std::string FormatVCard(const AddressRecord& address, DateTime now) {
   line("EMAIL;PREF;INTERNET:", value(field::EMail));
   line("URL;WORK:", value(field::WebSite));
   line("ADR;WORK;ENCODING=QUOTED-PRINTABLE:;;", value(field::Street), ";", value(field::City), ";",
-       value(field::State), ";", value(field::PostalCode), ";", LastQuoted(value(field::Country)));
+       value(field::State), ";", value(field::PostalCode), ";", value(field::Country));
   line("LABEL;WORK;ENCODING=QUOTED-PRINTABLE:", value(field::Street), QuotedLineBreak, ", ",
-       value(field::City), " ", value(field::PostalCode), QuotedLineBreak, LastQuoted(value(field::Country)));
+       value(field::City), " ", value(field::PostalCode), QuotedLineBreak, value(field::Country));
   line("BDAY:", BirthdayText(value(field::Birthday)));
   line("X-DAVID-BDAY:", value(field::Birthday));
-  line("NOTE;ENCODING=QUOTED-PRINTABLE:", LastQuoted(NotesText(address.Notes)));
+  line("NOTE;ENCODING=QUOTED-PRINTABLE:", NotesText(address.Notes));
   line("REV:", CompactDate(now), "T", CompactTime(now), "Z");
   line("End:VCard");
   return card;
