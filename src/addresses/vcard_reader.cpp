@@ -121,7 +121,7 @@ class CardBuilder {
   AddressValues values_;
   std::vector<Mail> mails_;
   std::uint32_t categories_ = 0;
-  std::vector<std::string> otherCategories_;
+  std::string otherCategories_;
   bool hasWorkAddress_ = false;
   std::string plainBirthday_;
 };
@@ -233,15 +233,14 @@ void CardBuilder::AddPhoto(const VCardLine& line, std::string_view text) {
 // Those that the store knows are bits, the others a text.
 void CardBuilder::AddCategories(const std::vector<std::string>& names) {
   static const auto known = store::CategoryNames(AllCategories);  // behind an empty one
-  constexpr std::size_t mostOthers = 64;
   for (const auto& part : names) {
     const auto name = OneLine(part);
     const auto found = std::ranges::find_if(known, [&](const auto& one) { return EqualsFold(one, name); });
     if (name.empty()) continue;
     if (found != known.end()) {
       categories_ |= std::uint32_t{1} << (found - known.begin() - 1);
-    } else if (otherCategories_.size() < mostOthers) {
-      otherCategories_.push_back(name);
+    } else if (otherCategories_.size() + name.size() < LongestVCardLine) {
+      otherCategories_ += (otherCategories_.empty() ? "" : "; ") + name;
     }
   }
 }
@@ -263,7 +262,7 @@ AddressValues CardBuilder::Finish() {
   if (!mails_.empty()) Put(AddressProperty::EMail, mails_[0].Address);
   if (mails_.size() > 1) Put(AddressProperty::SecondEMail, mails_[1].Address);
   Put(AddressProperty::Birthday, plainBirthday_);
-  Put(AddressProperty::AddressCategories, Join(otherCategories_, "; "));
+  Put(AddressProperty::AddressCategories, otherCategories_);
   if (categories_ != 0) Put(AddressProperty::Categories, std::to_string(categories_));
   MakeDisplayName();
   return std::move(values_);

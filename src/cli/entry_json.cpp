@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <cmath>
 #include <type_traits>
 #include <variant>
 
@@ -43,6 +44,8 @@ std::string JsonValue(const FieldValue& value) {
           return JsonDate(held);
         } else if constexpr (std::is_same_v<Held, std::vector<std::string>>) {
           return JsonArray(held, JsonText);
+        } else if constexpr (std::is_same_v<Held, double>) {
+          return std::isfinite(held) ? fmt::format("{}", held) : "null";
         } else {
           return fmt::format("{}", held);
         }
