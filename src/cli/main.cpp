@@ -77,6 +77,21 @@ void GroupHelpOptions(CLI::App& app) {
   for (CLI::App* command : app.get_subcommands({})) GroupHelpOptions(*command);
 }
 
+// The arguments as the parser takes them, the last one first. It would take what follows a bare "--name=" for
+// the value, so that becomes a name and an empty value.
+std::vector<std::string> Arguments(int argc, char** argv) {
+  std::vector<std::string> arguments;
+  for (int i = argc - 1; i > 0; --i) {
+    std::string argument = argv[i];
+    if (argument.starts_with("--") && argument.find('=') == argument.size() - 1) {
+      argument.pop_back();
+      arguments.emplace_back();
+    }
+    arguments.push_back(std::move(argument));
+  }
+  return arguments;
+}
+
 int Run(int argc, char** argv) {
   CLI::App app("velmoractl - Velmora auf der Kommandozeile");
   SetGermanLabels(app);
@@ -87,7 +102,8 @@ int Run(int argc, char** argv) {
   AddAddressCommands(app, action);
   GroupHelpOptions(app);
   try {
-    app.parse(argc, argv);
+    app.name(argv[0]);
+    app.parse(Arguments(argc, argv));
   } catch (const CLI::CallForHelp& help) {
     return app.exit(help);
   } catch (const CLI::ParseError& error) {

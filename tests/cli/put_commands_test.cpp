@@ -168,6 +168,13 @@ TEST_F(PutCommandsTest, WrongUsageMakesNothing) {
   EXPECT_NE(told.Output.find("--date: \"gestern\" ist kein Datum"), std::string::npos) << told.Output;
 }
 
+// As a script passes a variable that is empty.
+TEST_F(PutCommandsTest, AnOptionWithNothingBehindItsEqualsSignIsEmpty) {
+  const auto put = Run({"put-sms", "--archive", "Gemeinsam/X", "--subject=", "--from=0171", "--to=a=b"});
+  EXPECT_EQ(put.Status, 0) << put.Output;
+  EXPECT_EQ(Json("Gemeinsam/X", "[e[0][k] for k in ('subject', 'from', 'to')]"), "['', '0171', 'a=b']");
+}
+
 TEST_F(PutCommandsTest, HostileValuesAreStoredAsText) {
   const std::string longText(60'000, 'x');
   ASSERT_EQ(
