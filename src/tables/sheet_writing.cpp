@@ -31,6 +31,18 @@ std::size_t ColumnCount(const Sheet& sheet) {
   return count;
 }
 
+// A4, upright, in its own size (2.4.257 Setup), without header and footer.
+void AppendPageSetup(std::string& stream) {
+  constexpr std::uint16_t a4 = 9, percent = 100, dotsPerInch = 600, upright = 0x0002, one = 1;
+  constexpr double margin = 0.5;
+  AppendRecord(stream, Id::Header);
+  AppendRecord(stream, Id::Footer);
+  AppendRecord(stream, Id::HCenter, std::uint16_t{0});
+  AppendRecord(stream, Id::VCenter, std::uint16_t{0});
+  AppendRecord(stream, Id::Setup, a4, percent, one, one, one, upright, dotsPerInch, dotsPerInch, margin,
+               margin, one);
+}
+
 // How the sheet calculates and prints, all as Excel has it by default (2.1.7.20.5).
 void AppendSettings(std::string& stream) {
   constexpr double maxChange = 0.001;
@@ -46,6 +58,7 @@ void AppendSettings(std::string& stream) {
   AppendRecord(stream, Id::Guts, std::uint64_t{0});
   AppendRecord(stream, Id::DefaultRowHeight, std::uint16_t{0}, DefaultHeight);
   AppendRecord(stream, Id::WsBool, std::uint16_t{0x04C1});
+  AppendPageSetup(stream);
   AppendRecord(stream, Id::DefColWidth, std::uint16_t{8});
 }
 

@@ -146,11 +146,15 @@ TEST(Workbook, TakesEveryRowAndColumnOfASheetAndNoMore) {
 }
 
 TEST(Workbook, TellsWhenThereIsMoreThanItWouldReadAgain) {
-  const std::vector<Row> rows(MaxRows, Row(MaxCells / MaxRows));
-  EXPECT_EQ(ErrorOf({{Sheet{"Blatt", rows}}}), table_error::SheetFull);
-  const Cell large = Text(std::string(MaxCellText, 'x'));
-  EXPECT_EQ(ErrorOf({{Sheet{"Blatt", std::vector<Row>(MaxTextBytes / MaxCellText + 1, {large})}}}),
-            table_error::SheetFull);
+  Workbook workbook;
+  std::vector<Row>& rows = workbook.Sheets.emplace_back(Sheet{"Blatt", {}}).Rows;
+  rows.resize(MaxRows);
+  for (Row& row : rows) row.resize(MaxCells / MaxRows);
+  EXPECT_EQ(ErrorOf(workbook), table_error::SheetFull);
+  rows.clear();
+  rows.resize(MaxTextBytes / MaxCellText + 1);
+  for (Row& row : rows) row.push_back(Text(std::string(MaxCellText, 'x')));
+  EXPECT_EQ(ErrorOf(workbook), table_error::SheetFull);
 }
 
 TEST(Workbook, RefusesNamesThatExcelDoesNotTake) {
