@@ -12,6 +12,11 @@ namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view CardEnd = "END:VCARD";
+// This program's own cards promise quoted-printable for three lines and encode nothing: a value may end with
+// "=". They are known by the case of their first line, and behind those three lines come these.
+constexpr std::string_view OwnCard = "VCard";
+constexpr std::array<std::string_view, 3> BehindOwnLines{
+    "LABEL;WORK;ENCODING=QUOTED-PRINTABLE:", "BDAY:", "REV:"};
 constexpr std::string_view QuotedPrintable = "QUOTED-PRINTABLE";
 
 constexpr std::array<std::string_view, 3> WesternCharsets{"ISO-8859-1", "WINDOWS-1252", "LATIN1"};
@@ -214,6 +219,8 @@ bool VCardLineReader::AppendSoftBroken(std::string& line) {
   const auto next = PeekLine();
   // A card whose last line ends by chance with "=" still has its end.
   if (!line.ends_with('=') || !next || EqualsFold(Trim(*next), CardEnd)) return false;
+  const auto follows = [&](std::string_view begin) { return next->starts_with(begin); };
+  if (isOwnCard_ && std::ranges::any_of(BehindOwnLines, follows)) return false;
   (void)PhysicalLine();  // it is the one that was looked at
   line.pop_back();
   AppendWithin(line, *next);
@@ -236,6 +243,7 @@ std::optional<VCardLine> VCardLineReader::Next(VCardVersion version) {
     line.IsBase64 = encoding.IsBase64;
     line.Value = text.substr(colon + 1);
     if (encoding.IsQuotedPrintable) line.Value = DecodeQuotedPrintable(line.Value);
+    if (line.Name == "BEGIN") isOwnCard_ = line.Value == OwnCard;
     return line;
   }
   return std::nullopt;

@@ -52,6 +52,7 @@ class VCardLineReader {
   std::size_t position_ = 0;
   std::size_t linesRead_ = 0;
   std::size_t lineNumber_ = 0;
+  bool isOwnCard_ = false;  // written by this program
 };
 
 }  // namespace velmora::addresses

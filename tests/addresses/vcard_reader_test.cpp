@@ -95,7 +95,8 @@ TEST(VCardReaderTest, AWrittenCardComesBack) {
   AddressRecord address;
   for (std::size_t i = 0; i < FieldCount; ++i)
     address.Fields[i] = "Wert " + std::string(ColumnNames[i]) + " = € \\n";
-  address.Notes = "Eins =3\r\nZwei = 2";
+  for (const auto column : {field::Street, field::PostalCode, field::Country}) address.Fields[column] += "=";
+  address.Notes = "Eins =3\r\nZwei =";
   address.Categories = 0x8001;
   address.DefaultAddress = 4;
   const auto written = FormatVCard(address, *DateTime::FromCivil({2026, 11, 21, 8, 0, 0}));
