@@ -1,6 +1,7 @@
 #include "tables/shared_strings.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "tables/record_writing.h"
@@ -10,6 +11,8 @@ namespace {
 
 constexpr std::size_t TextHeaderSize = 3;  // count and flags, never split
 constexpr std::size_t MinTextsPerBucket = 8, MaxBuckets = 128;
+constexpr std::uint32_t FreeSlot = 0xFFFFFFFF;
+constexpr std::size_t FewestSlots = 64;
 
 // Where a text of the table starts.
 struct Place {
@@ -61,11 +64,33 @@ class TableWriter {
 
 }  // namespace
 
+std::size_t SharedStrings::FindSlot(std::string_view text, std::size_t hash) const {
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
+    if (slots_[slot] == FreeSlot) return slot;
+    const Entry& entry = entries_[slots_[slot]];
+    if (entry.Hash == hash && entry.Text == text) return slot;
+  }
+}
+
+// At most half full, and a power of two.
+void SharedStrings::Grow() {
+  slots_.assign(std::max(FewestSlots, slots_.size() * 2), FreeSlot);
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    slots_[FindSlot(entries_[i].Text, entries_[i].Hash)] = static_cast<std::uint32_t>(i);
+  }
+}
+
 std::uint32_t SharedStrings::IndexOf(std::string_view text) {
   ++uses_;
-  const auto [found, isNew] = indexes_.try_emplace(text, static_cast<std::uint32_t>(texts_.size()));
-  if (isNew) texts_.push_back(text);
-  return found->second;
+  if (entries_.size() * 2 >= slots_.size()) Grow();
+  const std::size_t hash = std::hash<std::string_view>()(text);
+  std::uint32_t& index = slots_[FindSlot(text, hash)];
+  if (index == FreeSlot) {
+    index = static_cast<std::uint32_t>(entries_.size());
+    entries_.push_back({text, hash});
+  }
+  return index;
 }
 
 std::uint32_t SharedStrings::IndexOfCopy(std::string text) {
@@ -76,11 +101,11 @@ void SharedStrings::AppendTo(std::string& stream) const {
   TableWriter table(stream);
   table.Begin(biff::Id::Sst);
   AppendLittle(stream, uses_);
-  AppendLittle(stream, static_cast<std::uint32_t>(texts_.size()));
-  const std::size_t perBucket = std::max(MinTextsPerBucket, (texts_.size() + MaxBuckets - 1) / MaxBuckets);
+  AppendLittle(stream, static_cast<std::uint32_t>(entries_.size()));
+  const std::size_t perBucket = std::max(MinTextsPerBucket, (entries_.size() + MaxBuckets - 1) / MaxBuckets);
   std::string buckets;
-  for (std::size_t i = 0; i < texts_.size(); ++i) {
-    const Place place = table.Append(EncodedText(texts_[i]));
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    const Place place = table.Append(EncodedText(entries_[i].Text));
     if (i % perBucket != 0) continue;
     AppendLittle(buckets, place.InStream);
     AppendLittle(buckets, place.InRecord);

@@ -7,7 +7,6 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace velmora::tables {
@@ -24,9 +23,18 @@ class SharedStrings {
   void AppendTo(std::string& stream) const;
 
  private:
+  struct Entry {
+    std::string_view Text;
+    std::size_t Hash;
+  };
+  void Grow();
+  // Where the index of the text stands, or a free slot for it.
+  std::size_t FindSlot(std::string_view text, std::size_t hash) const;
+
   std::deque<std::string> own_;
-  std::vector<std::string_view> texts_;
-  std::unordered_map<std::string_view, std::uint32_t> indexes_;
+  std::vector<Entry> entries_;
+  // A hash table with open addressing, since a large sheet has millions of texts: its slots are indexes.
+  std::vector<std::uint32_t> slots_;
   std::uint32_t uses_ = 0;
 };
 

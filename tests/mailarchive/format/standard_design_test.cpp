@@ -39,7 +39,7 @@ class StandardDesignTest : public FolderTest {
 
 TEST_F(StandardDesignTest, FilesAreAsciiWithCarriageReturns) {
   for (const auto& file : std::filesystem::directory_iterator(VELMORA_DESIGNS)) {
-    if (!file.is_regular_file()) continue;
+    if (!file.is_regular_file() || file.path().extension() == ".xls") continue;
     std::ifstream stream(file.path(), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
     EXPECT_TRUE(std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }))
