@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "store/vocabulary.h"
+#include "support/entry_rows.h"
 
 namespace velmora::test {
 
@@ -203,6 +204,16 @@ class FakeEntries final : public store::DvEntries {
   store::EntryKey Key(int index) override { return mails_.at(static_cast<std::size_t>(index))->Key; }
   Result<std::unique_ptr<store::DvItem>> Item(int index) override {
     return std::make_unique<FakeItem>(store_, archive_, mails_.at(static_cast<std::size_t>(index)));
+  }
+  Status ReadRows(int first, int count, std::vector<store::DvEntryRow>& rows) override {
+    for (int i = first; i < std::min(first + count, Count()); ++i) {
+      FakeItem item(store_, archive_, mails_.at(static_cast<std::size_t>(i)));
+      auto row = ReadEntryRow(item);
+      if (!row) return Fail(row.error());
+      row->Link = item.Mail().Link;
+      rows.push_back(std::move(*row));
+    }
+    return {};
   }
 
  private:

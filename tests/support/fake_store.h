@@ -34,6 +34,7 @@ struct FakeMail {
   std::string Source;  // of the original; without one the conversion fails
   std::map<store::FieldTag, store::FieldValue> Fields;
   std::vector<FakeAttachment> Attachments;
+  std::string Link;         // of a link
   std::string ContentPath;  // of the image of a fax, of the recording of a voice mail
   std::map<store::AddressProperty, store::FieldValue> Address;
   bool ViewFails = false;            // the typed view cannot be fetched

@@ -77,6 +77,13 @@ Result<std::map<FieldTag, std::string>> EntryStore::ReadTexts(std::string_view d
   return ReadFrom(directory, key, [key](MessageDatabase& database) { return database.ReadTexts(key); });
 }
 
+Status EntryStore::ReadListRows(std::string_view directory, std::span<const EntryKey> keys,
+                                std::vector<DvEntryRow>& rows) {
+  auto archive = pool_.ForReading(directory);
+  if (!archive) return Fail(archive.error());
+  return *archive == nullptr ? Status{} : (*archive)->Database().ReadListRows(keys, rows);
+}
+
 template <typename Write>
 Status EntryStore::InOneStep(OpenArchive& archive, Write write) {
   auto& database = archive.Database();

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,9 @@ class EntryStore {
   // Both at once, which costs little more than the row alone.
   Result<std::pair<EntryRow, EntryParts>> ReadEntry(std::string_view directory, EntryKey key);
   Result<std::map<FieldTag, std::string>> ReadTexts(std::string_view directory, EntryKey key);
+  // What a list shows of these entries, appended; those that are not there are left out.
+  Status ReadListRows(std::string_view directory, std::span<const EntryKey> keys,
+                      std::vector<DvEntryRow>& rows);
 
   // --- Writing. ---
   // Gives the record its key. `content`: content file 1, the source of a mail, the image of a fax, the sound

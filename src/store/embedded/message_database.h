@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -58,6 +59,9 @@ class MessageDatabase {
   Result<EntryParts> ReadParts(EntryKey key);
   Result<std::pair<EntryRow, EntryParts>> ReadEntry(EntryKey key);
   Result<EntryRecord> ReadRecord(EntryKey key);
+  // What a list shows of these entries, in this order; appended. Cheapest where the keys rise and lie close
+  // together. Those that are not there are left out.
+  Status ReadListRows(std::span<const EntryKey> keys, std::vector<DvEntryRow>& rows);
   Result<std::string> FindDamage() { return sqlite_.FindDamage(hostPath_); }
 
   // --- Writing. ---
@@ -90,6 +94,11 @@ class MessageDatabase {
   Result<std::vector<RecipientRecord>> ReadRecipients(EntryKey key);
   Result<std::vector<OtherField>> ReadOthers(EntryKey key);
   Result<std::vector<FieldTag>> ReadTextTags(EntryKey key);
+  Status ReadRun(std::span<const EntryKey> keys, std::vector<DvEntryRow>& rows);
+  Status ReadColumns(std::span<const EntryKey> keys, std::vector<DvEntryRow>& rows);
+  Status ReadParts(std::span<DvEntryRow> rows);
+  template <typename Take>
+  Status JoinParts(const char* sql, std::span<DvEntryRow> rows, Take take);
   template <typename Read>
   auto InOneReading(Read read) -> decltype(read());
   Status MakeTables();

@@ -55,4 +55,19 @@ class MessageDatabase::Query {
   Statement* statement_;
 };
 
+// Without a transaction of its own each statement locks the file, looks for a journal and unlocks. This one
+// is over when it returns: nobody waits for it, and the file can be closed.
+template <typename Read>
+auto MessageDatabase::InOneReading(Read read) -> decltype(read()) {
+  if (sqlite_.IsInTransaction()) return read();
+  auto begin = Prepare("BEGIN");
+  if (!begin) return Fail(begin.error());
+  if (const auto begun = begin->Run(); !begun) return Fail(begun.error());
+  auto result = read();
+  auto end = Prepare("ROLLBACK");  // nothing was written, and this ends it whatever has happened
+  if (!end) return Fail(end.error());
+  if (const auto ended = end->Run(); !ended && result) return Fail(ended.error());
+  return result;
+}
+
 }  // namespace velmora::store::embedded

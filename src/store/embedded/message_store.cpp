@@ -2,6 +2,8 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
+#include <span>
 #include <utility>
 
 #include "base/paths.h"
@@ -35,6 +37,13 @@ class Entries : public DvEntries {
     auto row = store_.ReadRow(directory_, Key(index));
     if (!row) return Fail(row.error());
     return std::make_unique<MessageItem>(store_, directory_, std::move(*row));
+  }
+
+  Status ReadRows(int first, int count, std::vector<DvEntryRow>& rows) override {
+    if (!IsIndex(first) || count <= 0) return {};
+    const auto start = static_cast<std::size_t>(first);
+    const auto length = std::min(static_cast<std::size_t>(count), keys_.size() - start);
+    return store_.ReadListRows(directory_, std::span(keys_).subspan(start, length), rows);
   }
 
  private:
