@@ -1,5 +1,5 @@
-// The dialog "DvISE-Server wechseln" (ChDvServer). The change itself is startup::ChangeServer, which unloads all
-// windows: the dialog is closed before.
+// The dialog "DvISE-Server wechseln" (ChDvServer). The change itself is startup::ChangeServer, which unloads
+// all windows: the dialog is closed before.
 #pragma once
 
 #include <optional>
@@ -13,8 +13,7 @@ namespace velmora::panes {
 
 namespace change_server_text {
 inline constexpr std::string_view Title = "DvISE-Server wechseln";
-inline constexpr std::string_view InpServer = "Servername :",
-                                  InpServerTip = "Name des David Hosts angeben.",
+inline constexpr std::string_view InpServer = "Servername :", InpServerTip = "Name des David Hosts angeben.",
                                   CancelButton = "Abbrechen";
 }  // namespace change_server_text
 

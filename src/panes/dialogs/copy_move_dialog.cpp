@@ -126,10 +126,9 @@ std::optional<CopyMoveRequest> CopyMoveDialog::Ok(run::Prompts& prompts) {
   const std::string typed(Trim(target_));
   const std::string target = StripBackslash(NormalizePath(parts_.fileSystem.FromUserPath(typed)));
   if (typed.empty() || !parts_.fileSystem.FolderExists(target)) {
-    prompts.Message(
-        "Falsches Zielverzeichnis",
-        "Das ausgewählte Zielverzeichnis existiert nicht oder es bestehen keine Zugriffsrechte.",
-        run::Icon::Stop);
+    prompts.Message("Falsches Zielverzeichnis",
+                    "Das ausgewählte Zielverzeichnis existiert nicht oder es bestehen keine Zugriffsrechte.",
+                    run::Icon::Stop);
     return std::nullopt;
   }
   return CopyMoveRequest{ChosenOptions(), parts_.Selection, AddBackslash(target)};

@@ -69,7 +69,8 @@ inline constexpr std::array<CopyMoveBoxText, CopyMoveBoxCount> CopyMoveBoxes = {
 
 namespace copy_move_text {
 inline constexpr std::string_view CMDstTip = "Zielverzeichnis des Mail-Archivs";
-inline constexpr std::string_view SrcDirTip = "Anderes Zielverzeichnis suchen", SrcDirTitle = "Zielverzeichnis";
+inline constexpr std::string_view SrcDirTip = "Anderes Zielverzeichnis suchen",
+                                  SrcDirTitle = "Zielverzeichnis";
 inline constexpr std::string_view ButtonUsrInfo = "Benutzer-Info", CancelButton = "Abbrechen";
 }  // namespace copy_move_text
 

@@ -20,8 +20,7 @@ inline constexpr std::string_view F_Standard = " Standard Filter ", F_Status = "
                                   F_Type = " Dokumententyp ";
 inline constexpr std::string_view F_StatusTip = "Message Status", F_TypeTip = "Message Type";
 inline constexpr std::string_view FltHidden = "Ausgeblendete Einträge",
-                                  FltHiddenTip =
-                                      "Zusatzbedingung zu Filtern. Gehört nicht zur Filtermaske.";
+                                  FltHiddenTip = "Zusatzbedingung zu Filtern. Gehört nicht zur Filtermaske.";
 inline constexpr std::string_view L_FltValue = "Filtermaske", FltValueTip = "Filtermaske hexadezimal";
 inline constexpr std::string_view FltReset = "Reset", CancelButton = "Abbrechen";
 }  // namespace filter_text
@@ -34,7 +33,7 @@ class FilterDialog {
   bool IsChecked(const store::FilterBox& box) const;
   bool IsOn(const store::FilterPreset& preset) const { return mask_ == preset.Mask; }
   bool FltHidden() const { return options_.DvInhibitItems; }
-  std::string FltValue() const;  // upper-case hexadecimal; shown only
+  std::string FltValue() const;                              // upper-case hexadecimal; shown only
   bool FltValueVisible() const { return isAdministrator_; }  // of the field and its label
   std::uint32_t Mask() const { return mask_; }
   // Whether anything was clicked: then the messages are listed anew after OK.

@@ -35,14 +35,12 @@ void MailArcMarkerDialog::CopyUsrInfo() {
 
 bool MailArcMarkerDialog::Ok(run::Prompts& prompts) {
   const bool changesKind = openedAs_ != MailArcKind::None && kind_ != openedAs_;
-  if (changesKind &&
-      prompts.Question("Typwechsel", "Typ des Mail-Archivs wirklich verändern?", run::Buttons::YesNoCancel,
-                       run::Answer::No) != run::Answer::Yes) {
+  if (changesKind && prompts.Question("Typwechsel", "Typ des Mail-Archivs wirklich verändern?",
+                                      run::Buttons::YesNoCancel, run::Answer::No) != run::Answer::Yes) {
     return false;
   }
   runTexts_ = {texts_.CopyRight, texts_.Comment};
-  if (const Status written =
-          mailarchive::WriteArchiveMarker(fileSystem_, directory_, kind_, texts_, true);
+  if (const Status written = mailarchive::WriteArchiveMarker(fileSystem_, directory_, kind_, texts_, true);
       !written) {
     prompts.Message("Fehler",
                     fmt::format("Die Kennung des Verzeichnisses {} kann nicht geschrieben werden: {}",

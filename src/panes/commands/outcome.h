@@ -1,0 +1,66 @@
+// What a command leaves to the window.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "panes/dialogs/copy_move_dialog.h"
+#include "panes/selection.h"
+#include "store/archive.h"
+
+namespace velmora::panes {
+
+// The dialogs that a command may ask the window to show. Their models: panes/dialogs/, for the addresses
+// addresses/address_export_dialog.h, for the tree panes/archive_nodes.h.
+enum class DialogKind {
+  None,
+  Filter,
+  Options,
+  ChangeServer,
+  CopyMove,  // Outcome::Export holds what it opens with
+  SetMarker,
+  NewArchive,
+  Pattern,
+  AddressExport,
+  ArchiveTree,
+  About,
+  SystemInformation,
+};
+
+// A message to be shown by the message viewer.
+struct MessageRequest {
+  std::shared_ptr<store::DvArchive> Archive;
+  store::EntryKey Key = 0;
+};
+
+// The session is gone or another one: a window that finds this set shows nothing of the old one any more.
+enum class SessionChange { None, Reloaded, Ended };
+
+struct Outcome {
+  // Lists are listed already; these say what the views show anew.
+  bool LeftChanged = false, RightChanged = false, FilesChanged = false;
+  bool LayoutChanged = false;  // which views stand where
+  bool ActiveViewChanged = false;
+  bool FilterChanged = false;  // the filter warning is set anew
+  bool ErrorLogChanged = false;
+  bool OptionsChanged = false;  // texts and icons that the settings say
+  bool ResetFormSize = false, RestoreFormSize = false;
+  bool EditLabel = false;  // of the row under the cursor: RenameRow follows
+
+  DialogKind Dialog = DialogKind::None;
+  std::optional<CopyMoveDialog::Parts> Export{};   // for DialogKind::CopyMove
+  std::optional<SelectionAction> PatternAction{};  // for DialogKind::Pattern
+  std::optional<MessageRequest> Message{};         // for the viewer
+  std::optional<int> ExitStatus{};                 // the process ends
+  SessionChange Session = SessionChange::None;
+
+  // Of the active view.
+  std::optional<std::size_t> CurrentRow{};  // the cursor goes there, scrolled to
+  std::optional<SelectionSet> Selection{};
+
+  // What two commands leave, one after the other.
+  void Add(Outcome later);
+};
+
+}  // namespace velmora::panes
