@@ -1,8 +1,8 @@
 #include "startup/run_control_file.h"
 
-#include "addresses/address_target.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "mailarchive/export_settings.h"
 #include "platform/host.h"
 #include "startup/batch_export.h"
 #include "startup/batch_logs.h"
@@ -12,31 +12,6 @@ namespace velmora::startup {
 namespace {
 
 constexpr std::int64_t MaximumFileSize = std::int64_t{16} << 20;
-
-// What the settings say; what is written of a mail is off until the file asks for it.
-mailarchive::ExportOptions ExportDefaults(const settings::Options& options) {
-  mailarchive::ExportOptions defaults;
-  defaults.NoDuplicates = options.NoDuplicateFiles;
-  defaults.MakeIndex = options.MakeIndex;
-  defaults.DeleteArchives = options.DeleteArchive;
-  defaults.DateIndexSortedUp = options.DateIndexSortedUp;
-  defaults.CreateAutorunInf = options.CreateAutorunInf;
-  defaults.ItemFilter = static_cast<std::uint32_t>(options.DvItemFilter);
-  defaults.InhibitItems = options.DvInhibitItems;
-  defaults.SeparateAttachmentsFolder = options.SeparateAttachmentsFolder;
-  defaults.AttachmentFolder = options.AttachmentFolder;
-  defaults.HtmlMailFolder = options.HTMLMailFolder;
-  defaults.FaxFolder = options.FaxFolder;
-  defaults.EmlFolder = options.EMLFolder;
-  defaults.VcfFolder = options.VCFFolder;
-  defaults.VoiceMailFolder = options.VoiceMailFolder;
-  defaults.CommentFolder = options.CommentFolder;
-  defaults.AddressFormat = addresses::FormatOfSetting(options.AddressExportFormat);
-  defaults.AddressBookName = options.DefaultAddressbookName;
-  defaults.AddressFiles.CsvSeparator = options.CSVSeparator;
-  defaults.AddressFiles.NabSeparator = options.NABSeparator;
-  return defaults;
-}
 
 std::string ControlFilePath(Context& context, std::string_view path) {
   const std::string typed = context.fileSystem.FromUserPath(path);
@@ -78,8 +53,8 @@ BatchOutcome RunCommand(BatchRun& batch) {
 BatchOutcome RunLines(Context& context, std::string_view bytes, std::string_view name,
                       const std::string& path) {
   const MomentTexts moment = MomentNow(context.clock);
-  BatchRun batch(context, ParseControlFile(bytes, ExportDefaults(context.options), moment), std::string(name),
-                 path);
+  BatchRun batch(context, ParseControlFile(bytes, mailarchive::ExportOptionsOf(context.options), moment),
+                 std::string(name), path);
   context.run.ResetCancel();
   context.run.ResetRunCounters();
   return RunCommand(batch);
