@@ -36,7 +36,7 @@ struct ListingOptions {
   bool InhibitItems = true;  // also what users have hidden
   int SizeCheck = 0;         // from this number of messages on hiding strikes; 0 never
   bool IsHiding = true;      // the pane's flag
-  bool MarkCircular = true;
+  bool MarkHidden = true, MarkCircular = true;
 };
 
 // Each appends to the list and sorts what it appended. A failure leaves the rows read so far, sorted.
@@ -53,7 +53,7 @@ void SortArchiveList(ArchiveList& list, const SortState& sorting);
 
 MessageRow MakeMessageRow(store::DvEntryRow entry);
 
-// What a rule does, as a number: 0 it forwards to nobody, 1 forward, 2 auto reply, 3 new message,
+// What a rule does, as a number: 0 none of these, 1 forward, 2 auto reply, 3 new message,
 // 4 miscellaneous, 6 routes always; the last that is set wins.
 int RoutingMode(const store::DvRuleData& rule);
 // "Fax", "EMail", "TMail", "SMS" and "VoiceMail" for the item types 1, 2, 3, 7 and 4; others as they are.

@@ -13,6 +13,7 @@ namespace velmora::panes {
 
 struct ArchiveNode {
   std::string DisplayName;  // as it is stored
+  std::string FullPath;
   std::string ID;
   bool IsShortCut = false;
   bool MayHaveChildren = true;  // whether an expander stands before it, as far as is known
@@ -35,10 +36,12 @@ class ArchiveNodes {
   ArchiveNode& Root() { return root_; }
   // Loads the children, once. A node that stands on its own way down (a link that leads back) has none.
   Status Expand(ArchiveNode& node);
-  // Expands what is needed and gives the node of that archive; null when it is not in the tree.
-  ArchiveNode* Find(std::string_view id);
+  // Expands what is needed and gives the node of an archive; null when it is not below the root.
+  ArchiveNode* Find(const store::DvArchive& archive);
 
  private:
+  ArchiveNode* FindBelow(ArchiveNode& node, const std::string& path, std::string_view id);
+
   store::Session& session_;
   ArchiveNode root_;
 };

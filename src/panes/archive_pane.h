@@ -45,6 +45,8 @@ class ArchivePane final : public Pane {
   std::shared_ptr<store::DvArchive> CurrentArchive() const;
   bool ShowArchive(std::shared_ptr<store::DvArchive> archive);
   bool ShowArchive(std::string_view path);  // in any form that DvAccount::GetArchive takes
+  // Puts the cursor on the message with that key; false when it is not listed.
+  bool ShowMessage(store::EntryKey key);
   bool Refresh() override;
   EnterResult Enter(std::size_t row) override;
   bool GoUp() override;      // ArcBack
@@ -80,7 +82,9 @@ class ArchivePane final : public Pane {
   ListingOptions Listing() const;
   // Fills a new list and shows it; the old one stays when the archive cannot be listed at all.
   bool Show(std::shared_ptr<store::DvArchive> archive);
-  void PlaceCursor(const store::DvArchive* left);
+  // The archive that is there now, which may not be the one that was.
+  Result<std::shared_ptr<store::DvArchive>> Fetch(std::string_view path) const;
+  Result<std::shared_ptr<store::DvArchive>> Parent() const;
 
   PaneView view_;
   PaneContext& context_;

@@ -28,7 +28,8 @@ inline constexpr int ArchiveSlotCount = 8, FileSlotCount = 4;
 
 // --- Rows of an archive list. ---
 
-struct ControlRow {};  // "[..]", the way to the parent
+struct ControlRow {};  // the way to the parent
+inline constexpr std::string_view ControlText = "[..]", DirBackText = " [..]";
 
 struct ArchiveRow {
   std::string DisplayName;
@@ -45,15 +46,15 @@ struct MessageRow {
   int DisplayType = 0;  // see store/display_type.h
   int AttachmentCount = 0;
   DateTime StatusTime;
-  std::string Subject, From, To;
-  std::string Attachments;  // names joined by ";"; of a link its destination
+  std::string Subject{}, From{}, To{};
+  std::string Attachments{};  // names joined by ";"; of a link its destination
 };
 
 struct RoutingRow {
   std::string Name;
-  int Number = 0;  // place in DvRules
-  int Mode = 0;    // see RoutingMode in rules_list.h
-  std::string FirstCondition, FirstDestination;
+  int Number = 0;  // index in DvRules
+  int Mode = 0;    // see RoutingMode in archive_list.h
+  std::string FirstCondition{}, FirstDestination{};
   bool IsEnabled = false;
 };
 
