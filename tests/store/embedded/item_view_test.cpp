@@ -291,7 +291,7 @@ TEST_F(ItemViewTest, AnAddressWithoutAnArchiveCannotBeStored) {
 TEST_F(ItemViewTest, PropertiesTakeNoBadText) {
   const auto view = Create(item_type::Address);
   auto& address = *view->AsAddress();
-  ASSERT_TRUE(address.Set(AddressProperty::Notes, std::string("a\nb\r\nc\rd\0\x1B[2J\xFF", 16)));
+  ASSERT_TRUE(address.Set(AddressProperty::Notes, std::string("a\nb\r\nc\rd\0\x1B[2J\xFF", 14)));
   ASSERT_TRUE(address.Set(AddressProperty::Categories, std::string("zwei")));
   ASSERT_TRUE(address.Set(AddressProperty::DefaultAddress, std::string(" 12 ")));
   ASSERT_TRUE(address.Set(AddressProperty::City, std::string()));
