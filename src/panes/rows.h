@@ -45,7 +45,7 @@ struct MessageRow {
   int ItemType = 0;     // of the store
   int DisplayType = 0;  // see store/display_type.h
   int AttachmentCount = 0;
-  DateTime StatusTime;
+  DateTime StatusTime{};
   std::string Subject{}, From{}, To{};
   std::string Attachments{};  // names joined by ";"; of a link its destination
 };
@@ -76,9 +76,9 @@ std::string TagOf(const ListRow& row);  // "..", the archive's ID, "R" + number
 struct FileRow {
   std::uint32_t UnsortedIndex = 0;
   int EntryType = entry_type::FileEntry;
-  std::string Name;      // " [..]" of a DirBackEntry
-  std::string FullPath;  // "" of a DirBackEntry
-  DateTime Modified;
+  std::string Name{};      // " [..]" of a DirBackEntry
+  std::string FullPath{};  // "" of a DirBackEntry
+  DateTime Modified{};
   std::int64_t Size = 0;  // of a file
 };
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,13 +24,6 @@ std::string_view CaptionOf(SelectionAction action);
 inline constexpr std::string_view SelectionNote = "( Wildcards ? und * sind zulässig )";
 // The action of a view's key: numeric + extends, numeric - reduces.
 SelectionAction ActionOf(PaneView view, bool extend);
-
-// The patterns used last, to be offered again.
-struct SelectionPatterns {
-  std::string Archives, Files;
-
-  std::string& Of(PaneView view) { return view == PaneView::RFSView ? Files : Archives; }
-};
 
 // The rows whose text matches the pattern ("?" and "*", without regard to case) are added or taken out. The
 // current row is deselected first. Only messages are tested on the left, messages and rules on the right,

@@ -9,7 +9,6 @@
 #include "panes/archive_pane.h"
 #include "panes/file_pane.h"
 #include "panes/pane_context.h"
-#include "panes/selection.h"
 
 namespace velmora::panes {
 
@@ -54,14 +53,8 @@ class TwoPanes {
   // The following two work only while both sides show archives.
   bool Swap();
   bool TakeOver(PaneView into);  // the other pane's archive
-  // A path of the archive tree's directories, of a directory or of an entry's file: the left pane shows the
-  // archive, with the cursor on the entry. What does not exist is told in a box.
-  bool OpenPathInPane(std::string_view path);
-
-  SelectionPatterns Patterns;
 
  private:
-  bool OpenDirectory(const std::string& directory);
   PaneContext context_;
   ArchiveIcons icons_;
   ArchivePane left_, right_;

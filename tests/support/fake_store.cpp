@@ -222,29 +222,51 @@ class FakeEntries final : public store::DvEntries {
   std::vector<std::shared_ptr<FakeMail>> mails_;
 };
 
+class FakeRule final : public store::DvRule {
+ public:
+  explicit FakeRule(store::DvRuleData data) : data_(std::move(data)) {}
+  store::DvRuleData& Data() override { return data_; }
+  Status Update() override { return {}; }
+  Status Delete() override { return {}; }
+
+ private:
+  store::DvRuleData data_;
+};
+
 class FakeRules final : public store::DvRules {
  public:
-  Result<int> Count() override { return 0; }
-  Result<std::unique_ptr<store::DvRule>> Item(int) override {
-    return Fail(store::store_error::NotFound, "keine Regel");
+  explicit FakeRules(std::shared_ptr<FakeArchiveData> archive) : archive_(std::move(archive)) {}
+  Result<int> Count() override { return static_cast<int>(archive_->Rules.size()); }
+  Result<std::unique_ptr<store::DvRule>> Item(int index) override {
+    if (index == archive_->FailingRule) return Fail(store::store_error::Damaged, "Regel nicht lesbar");
+    if (index < 0 || index >= static_cast<int>(archive_->Rules.size())) {
+      return Fail(store::store_error::NotFound, "keine Regel");
+    }
+    return std::make_unique<FakeRule>(archive_->Rules[static_cast<std::size_t>(index)]);
   }
   Result<std::unique_ptr<store::DvRule>> Add(std::string_view) override {
-    return Fail(store::store_error::Failed, "keine Regeln");
+    return Fail(store::store_error::Failed, "nur lesbar");
   }
+
+ private:
+  std::shared_ptr<FakeArchiveData> archive_;
 };
 
 class FakeArchive final : public store::DvArchive {
  public:
   FakeArchive(FakeStore& store, std::shared_ptr<FakeArchiveData> data)
-      : store_(store), data_(std::move(data)) {}
+      : store_(store), data_(std::move(data)), rules_(data_) {}
   std::string FullPath() const override { return data_->FullPath; }
   std::string ID() const override { return data_->ID; }
   bool IsShortCut() const override { return data_->IsLink; }
-  Result<std::string> DisplayName() override { return data_->DisplayName; }
+  Result<std::string> DisplayName() override {
+    if (data_->NameFails) return Fail(store::store_error::Damaged, "Name nicht lesbar");
+    return data_->DisplayName;
+  }
   Status SetDisplayName(std::string_view) override { return {}; }
   Result<int> DisplayType() override { return data_->DisplayType; }
   Status SetDisplayType(int) override { return {}; }
-  Result<bool> Hidden() override { return false; }
+  Result<bool> Hidden() override { return data_->IsHidden; }
   Status SetHidden(bool) override { return {}; }
   Result<bool> Packed() override { return false; }
   Result<bool> AdminOnly() override { return false; }
@@ -252,6 +274,7 @@ class FakeArchive final : public store::DvArchive {
   Result<std::uint32_t> AccessRights() override { return 0; }
   Status Update() override { return {}; }
   Result<std::vector<std::shared_ptr<store::DvArchive>>> SubArchives() override {
+    if (data_->SubArchivesFail) return Fail(store::store_error::Damaged, "Liste nicht lesbar");
     std::vector<std::shared_ptr<store::DvArchive>> subArchives;
     for (const auto& sub : data_->SubArchives)
       subArchives.push_back(std::make_shared<FakeArchive>(store_, sub));
@@ -346,9 +369,12 @@ class FakeAccount final : public store::DvAccount {
   Result<std::shared_ptr<store::DvArchive>> GetArchive(std::string_view path) override {
     auto archive = store_.Open(path);
     if (!archive) return Fail(store::store_error::NotFound, "Archiv nicht gefunden");
+    if (store_.Find(path)->NoAccess) return Fail(store::store_error::NoAccess, "Keine Zugriffsrechte");
     return archive;
   }
-  Result<std::shared_ptr<store::DvArchive>> GetSpecialArchive(int) override {
+  Result<std::shared_ptr<store::DvArchive>> GetSpecialArchive(int kind) override {
+    const auto special = store_.SpecialArchives.find(kind);
+    if (special != store_.SpecialArchives.end()) return GetArchive(special->second);
     return Fail(store::store_error::NotFound, "Archiv nicht gefunden");
   }
   Result<std::string> DVEmlFromMailItem(store::DvItem& item, std::string_view temporaryDirectory) override {

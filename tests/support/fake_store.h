@@ -45,9 +45,15 @@ struct FakeArchiveData {
   std::string DisplayName, FullPath, ID;
   int DisplayType = 0;
   bool IsLink = false;
+  bool IsHidden = false;
+  bool NoAccess = false;         // cannot be opened
+  bool SubArchivesFail = false;  // its sub-archives cannot be read
   bool EntriesFail = false;
+  bool NameFails = false;
   std::vector<std::shared_ptr<FakeMail>> Mails;
   std::vector<std::shared_ptr<FakeArchiveData>> SubArchives;
+  std::vector<store::DvRuleData> Rules;
+  int FailingRule = -1;  // the rule with this index cannot be read
 };
 
 // Archives by path, and what was done to them.
@@ -71,8 +77,9 @@ class FakeStore {
   std::unique_ptr<store::DvAccount> MakeAccount();
 
   std::vector<std::string>
-      Deletions;                    // "mail <key>", "archive <FullPath>", refused ones with "refused " ahead
-  std::vector<std::string> Events;  // "save", "original", "delete", "commit" in their order
+      Deletions;  // "mail <key>", "archive <FullPath>", refused ones with "refused " ahead
+  std::map<int, std::string> SpecialArchives;  // the IDs of what GetSpecialArchive gives
+  std::vector<std::string> Events;             // "save", "original", "delete", "commit" in their order
   platform::FileSystem& Files() { return fileSystem_; }
   std::shared_ptr<FakeArchiveData> Find(std::string_view path);
   void Remove(const FakeArchiveData& archive);
