@@ -115,29 +115,54 @@ void IndexDirectory(IndexContext& context, const std::string& directory, bool sh
   }
 }
 
+// Deeper than any path that the program writes; links between directories could go on for ever.
+constexpr int MaxDepth = 256;
+
+// The folders of a directory that are archives of their own.
+std::vector<std::string> SubArchiveFolders(platform::FileSystem& fileSystem, const std::string& directory) {
+  std::vector<std::string> paths;
+  const auto folders = fileSystem.List(directory, "*.*", platform::ListWhat::Folders);
+  for (const platform::FileEntry& folder : folders.value_or(std::vector<platform::FileEntry>{})) {
+    std::string path = JoinPath(directory, folder.Name);
+    if (!folder.IsLink && GetMailArcKind(fileSystem, path) == MailArcKind::Sub) {
+      paths.push_back(std::move(path));
+    }
+  }
+  return paths;
+}
+
+std::int64_t CountTree(platform::FileSystem& fileSystem, const std::string& directory, int depth) {
+  std::int64_t count = 1;
+  if (depth >= MaxDepth) return count;
+  for (const std::string& path : SubArchiveFolders(fileSystem, directory)) {
+    count += CountTree(fileSystem, path, depth + 1);
+  }
+  return count;
+}
+
 // Children before their parent: one that turns out empty is no mail archive any more when the parent links to
 // its sub archives.
 void IndexTree(IndexContext& context, const std::string& directory, bool recursive, bool showProgress,
                bool dateSortedUp, int depth) {
-  // Deeper than any path that the program writes; links between directories could go on for ever.
-  constexpr int MaxDepth = 256;
-  platform::FileSystem& fileSystem = context.run.fileSystem();
   if (recursive && depth < MaxDepth) {
-    const auto folders = fileSystem.List(directory, "*.*", platform::ListWhat::Folders);
-    for (const platform::FileEntry& folder : folders.value_or(std::vector<platform::FileEntry>{})) {
-      const std::string path = JoinPath(directory, folder.Name);
-      if (folder.IsLink || GetMailArcKind(fileSystem, path) != MailArcKind::Sub) continue;
+    for (const std::string& path : SubArchiveFolders(context.run.fileSystem(), directory)) {
       IndexTree(context, path, true, showProgress, dateSortedUp, depth + 1);
     }
   }
   if (showProgress) {
     ++context.run.counters.Directories;
-    context.run.frontEnd().progress.SetArchiveText(directory);
+    run::Progress& progress = context.run.frontEnd().progress;
+    progress.SetArchiveText(directory);
+    progress.SetBar(context.run.counters.Directories, context.TotalDirectories);
   }
   IndexDirectory(context, directory, showProgress, dateSortedUp);
 }
 
 }  // namespace
+
+std::int64_t CountIndexDirectories(platform::FileSystem& fileSystem, std::string_view directory) {
+  return CountTree(fileSystem, StripBackslash(directory), 0);
+}
 
 void BuildContentIndex(IndexContext& context, std::string_view directory, bool recursive, bool showProgress,
                        bool dateSortedUp) {

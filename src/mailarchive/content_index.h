@@ -2,6 +2,7 @@
 // the descriptors on the disk, never from the store.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,11 @@ struct IndexContext {
   DesignSet& designs;
   bool CreateAutorunInf = true;
   std::string ProgramDirectory;
+  std::int64_t TotalDirectories = 0;  // for the progress bar; 0: not counted
 };
+
+// How many directories a run over the whole tree goes through.
+std::int64_t CountIndexDirectories(platform::FileSystem& fileSystem, std::string_view directory);
 
 // Only directories of the kinds root and sub are indexed; children before their parent. An emptied directory
 // loses its indexes and its marker.

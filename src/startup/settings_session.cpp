@@ -181,6 +181,11 @@ void ApplyForcedRights(Context& context) {
   store::Session& session = context.session;
   session.ForcedRights = settings::ToSwitch(context.settingsStore.GetMachineSetting(
       settings::section::Options, settings::name::ForceStandardRights, std::string("0")));
+  LimitRights(session);
+}
+
+void LimitRights(store::Session& session) {
+  session.Trustees = session.ServerTrustees;
   if (session.ForcedRights) {
     session.Trustees &= ~(store::trustee::Administrator | store::trustee::DeleteArchives);
     session.Trustees |= store::trustee::MoveArchives;

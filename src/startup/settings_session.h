@@ -20,5 +20,7 @@ void StoreVersionInfo(Context& context);
 void SaveServerList(Context& context);
 // Reads ForceStandardRights of this machine and cuts the rights of the session.
 void ApplyForcedRights(Context& context);
+// The current rights from those of the server: cut to a standard user's while ForcedRights is on.
+void LimitRights(store::Session& session);
 
 }  // namespace velmora::startup

@@ -35,6 +35,11 @@ class DesignSet {
   // `designPath`: the design directory; `designName`: the design file without extension.
   DesignSet(platform::FileSystem& fileSystem, std::string designPath, std::string designName);
 
+  // Another directory or design, which LoadDesignSet then reads.
+  void Choose(std::string designPath, std::string designName) {
+    designPath_ = std::move(designPath);
+    designName_ = std::move(designName);
+  }
   // Reads the form names of the design file; default names when it cannot be opened. True when a section
   // named a form.
   bool LoadDesignSet();

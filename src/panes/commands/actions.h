@@ -39,6 +39,7 @@ enum class Action : std::uint8_t {
   ShowArchiveDescriptor,
   ShowEntryDescriptor,
   ImportMailArchive,
+  ImportMailFile,
   ShowMailArchiveInStore,
   ToggleHelperFiles,
   // --- Documentation and statistics. ---
@@ -53,6 +54,7 @@ enum class Action : std::uint8_t {
   MessageStatistics,
   // --- Extras. ---
   Properties,
+  FileProperties,
   MakeLinks,
   CreateShortCut,
   ShowArchiveTree,
@@ -113,6 +115,7 @@ enum class Action : std::uint8_t {
   ShowPhysicalFile,
   ShowPhysical,  // the file of a message, the directory of an archive
   ShowArchiveOfDirectory,
+  ShowEntryOfFile,
   OpenFile,
   RowSize,
   FlipSelection,

@@ -30,6 +30,7 @@ enum class Place {
   LeftBar,  // the buttons above a view: they act on that view
   RightBar,
   FileBar,
+  RightSideBar,  // above the right side, whatever it shows
 };
 
 // A top-level menu, or a menu that stands for an entry of another one.

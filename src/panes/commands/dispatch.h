@@ -16,6 +16,8 @@ namespace velmora::panes {
 // for an action that is not built, and where the rights are missing. An action of a pane's own buttons: make
 // that pane active first.
 Outcome RunAction(CommandContext& context, Action action, const ViewMarks& marks);
+// Whether RunAction knows what the action does.
+bool HasRoutine(Action action);
 
 // --- What follows a dialog's OK, in the busy state likewise. ---
 Outcome RunCopyMove(CommandContext& context, const CopyMoveRequest& request);

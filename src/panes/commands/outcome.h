@@ -49,10 +49,10 @@ struct Outcome {
   bool EditLabel = false;  // of the row under the cursor: RenameRow follows
 
   DialogKind Dialog = DialogKind::None;
-  std::optional<CopyMoveDialog::Parts> Export{};   // for DialogKind::CopyMove
-  std::optional<SelectionAction> PatternAction{};  // for DialogKind::Pattern
-  std::optional<MessageRequest> Message{};         // for the viewer
-  std::optional<int> ExitStatus{};                 // the process ends
+  std::shared_ptr<const CopyMoveDialog::Parts> Export{};  // for DialogKind::CopyMove
+  std::optional<SelectionAction> PatternAction{};         // for DialogKind::Pattern
+  std::optional<MessageRequest> Message{};                // for the viewer
+  std::optional<int> ExitStatus{};                        // the process ends
   SessionChange Session = SessionChange::None;
 
   // Of the active view.

@@ -2,6 +2,7 @@
 // what the views show.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "mailarchive/format/marker.h"
@@ -22,10 +23,9 @@ struct Situation {
   // --- The active view and the row under its cursor. ---
   PaneView ActiveView = PaneView::LZEBView;
   RowKind Row = RowKind::None;
-  bool IsShortCut = false;         // of an archive
-  bool IsInUserRoot = false;       // the archive lies in the tree of a user
-  bool IsTrash = false;            // and is its trash
-  bool IsMessageWithFile = false;  // of a message: it has a file of its own in the archive's directory
+  bool IsShortCut = false;    // of an archive
+  bool IsInUserRoot = false;  // the archive lies in the tree of a user
+  bool IsTrash = false;       // and is its trash
   // --- What the views show. ---
   bool ShowsFiles = true;  // ViewMode 1
   bool LeftRuleView = false, RightRuleView = false;
@@ -56,8 +56,12 @@ CommandState StateOf(const Command& command, const Situation& situation);
 bool IsMenuVisible(const Menu& menu, const Situation& situation);
 // While the program is busy every top-level menu is disabled.
 bool IsMenuEnabled(const Situation& situation);
-// Whether an action that came from a key may run: built, not busy, the rights there, and a row that it can do
-// something with.
+// The tool tip of a command in that situation: a toggle tells what a click brings.
+std::string ToolTipOf(const Command& command, const Situation& situation);
+
+// Whether an action may run: built, not busy, the rights there, and a row that it can do something with.
+bool MayRun(Action action, const Situation& situation);
+// The same for one that came from a key, which asks for more: F6 wants the right to move whatever the row.
 bool MayRunFromKey(Action action, const Situation& situation);
 
 }  // namespace velmora::panes
