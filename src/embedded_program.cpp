@@ -26,7 +26,7 @@ std::vector<platform::PathMapping> AllMappings(const platform::HostDirectories& 
 }  // namespace
 
 EmbeddedProgram::EmbeddedProgram(const std::string& storeOption, const std::string& commandLine,
-                                 run::FrontEnd frontEnd) {
+                                 run::FrontEnd frontEnd, startup::WindowFactory* windows) {
   platform::Clock& clock = platform::SystemClock();
   const platform::HostDirectories directories = platform::FindHostDirectories();
   const embedded::StoreRequest request = embedded::RequestOfProcess(storeOption);
@@ -47,7 +47,8 @@ EmbeddedProgram::EmbeddedProgram(const std::string& storeOption, const std::stri
                             .frontEnd = frontEnd,
                             .makeApi = makeApi,
                             .CommandLine = commandLine,
-                            .NamedServer = isStoreNamed ? stores_->front().ServerName : ""});
+                            .NamedServer = isStoreNamed ? stores_->front().ServerName : "",
+                            .windows = windows});
 }
 
 }  // namespace velmora

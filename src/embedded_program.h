@@ -15,8 +15,9 @@ namespace velmora {
 class EmbeddedProgram {
  public:
   // `storeOption`: the host directory of the store that the command line names, "" for none. Whether a store
-  // was found shows when the program signs on.
-  EmbeddedProgram(const std::string& storeOption, const std::string& commandLine, run::FrontEnd frontEnd);
+  // was found shows when the program signs on. `windows`: null without a window.
+  EmbeddedProgram(const std::string& storeOption, const std::string& commandLine, run::FrontEnd frontEnd,
+                  startup::WindowFactory* windows = nullptr);
   EmbeddedProgram(const EmbeddedProgram&) = delete;
   EmbeddedProgram& operator=(const EmbeddedProgram&) = delete;
 

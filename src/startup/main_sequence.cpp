@@ -43,7 +43,8 @@ Instance TakeInstanceLock(Context& context) {
 
 int TellThatNoWindowExists(Context& context) {
   context.prompts().Message("Velmora",
-                            "Das Fenster ist nicht Bestandteil dieser Version. Möglich sind unbeaufsichtigte "
+                            "Es ist kein Fenster möglich: Diese Version enthält keines, oder es ist keine "
+                            "Anzeige erreichbar. Möglich sind unbeaufsichtigte "
                             "Läufe mit \"-b:<Steuerdatei>\"; \"-?\" zeigt alle Optionen.",
                             run::Icon::Stop);
   return exit_status::NothingRan;

@@ -1,0 +1,230 @@
+#include "ui/pane_list.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QUrl>
+#include <algorithm>
+
+#include "panes/selection.h"
+#include "ui/text.h"
+
+namespace velmora::ui {
+namespace {
+
+// Widths of columns before a person has changed them, in average characters.
+constexpr int NameCharacters = 34, DateCharacters = 20, OtherCharacters = 18;
+constexpr int HeaderPadding = 24;
+
+int DefaultWidth(const QFontMetrics& metrics, int column) {
+  const int characters = column == 0 ? NameCharacters : column == 1 ? DateCharacters : OtherCharacters;
+  return metrics.horizontalAdvance('0') * characters + HeaderPadding;
+}
+
+// The rows of files in a drag, as host paths; empty for anything else.
+QStringList LocalFiles(const QMimeData* data) {
+  QStringList paths;
+  for (const QUrl& url : data->urls()) {
+    if (url.isLocalFile()) paths << url.toLocalFile();
+  }
+  return paths;
+}
+
+}  // namespace
+
+PaneList::PaneList(PaneModel& model, const QString& name, const QString& accessibleName, QWidget* parent)
+    : QTreeView(parent), model_(model) {
+  setObjectName(name);
+  setAccessibleName(accessibleName);
+  setModel(&model);
+  setRootIsDecorated(false);
+  setItemsExpandable(false);
+  setUniformRowHeights(true);
+  setAllColumnsShowFocus(true);
+  setAlternatingRowColors(true);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setTextElideMode(Qt::ElideRight);
+  setAcceptDrops(true);
+  header()->setSectionsClickable(true);
+  header()->setSectionsMovable(false);
+  header()->setStretchLastSection(true);
+  header()->setSortIndicatorShown(true);
+  header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  connect(header(), &QHeaderView::sectionClicked, this,
+          [this](int column) { ClickedHeader(static_cast<std::size_t>(column)); });
+}
+
+void PaneList::Sync() {
+  KeepWidths();
+  syncing_ = true;
+  (void)model_.Sync();  // a marker may have changed without a change of the rows
+  TakeWidths();
+  ShowSortMarker();
+  syncing_ = false;
+  Notify();
+}
+
+void PaneList::KeepWidths() {
+  if (columnSet_.isEmpty()) return;
+  QList<int> widths;
+  for (int column = 0; column < header()->count(); ++column) widths << header()->sectionSize(column);
+  widths_[columnSet_] = widths;
+}
+
+void PaneList::TakeWidths() {
+  const int columns = model_.columnCount();
+  if (columns == 0) return;
+  columnSet_ = model_.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString();
+  const QList<int> widths = widths_.value(columnSet_);
+  for (int column = 0; column < columns; ++column) {
+    header()->resizeSection(column,
+                            column < widths.size() ? widths[column] : DefaultWidth(fontMetrics(), column));
+  }
+}
+
+void PaneList::ShowSortMarker() {
+  for (int column = 0; column < model_.columnCount(); ++column) {
+    const panes::SortMarker marker = model_.Pane().Marker(static_cast<std::size_t>(column));
+    if (marker == panes::SortMarker::ArrowNo) continue;
+    header()->setSortIndicator(
+        column, marker == panes::SortMarker::ArrowUp ? Qt::AscendingOrder : Qt::DescendingOrder);
+    return;
+  }
+  header()->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
+panes::ViewMarks PaneList::Marks() const {
+  panes::ViewMarks marks;
+  if (currentIndex().isValid()) marks.CurrentRow = static_cast<std::size_t>(currentIndex().row());
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      if (!model_.flags(model_.index(row, 0)).testFlag(Qt::ItemIsSelectable)) continue;
+      if (marks.Selection.empty()) marks.Selection.resize(static_cast<std::size_t>(model_.rowCount()));
+      marks.Selection[static_cast<std::size_t>(row)] = true;
+    }
+  }
+  return marks;
+}
+
+std::size_t PaneList::SelectedRows() const { return panes::CountSelected(Marks().Selection); }
+
+void PaneList::SetCursor(std::size_t row, bool scroll) {
+  if (row >= static_cast<std::size_t>(model_.rowCount())) return;
+  const QModelIndex index = model_.index(static_cast<int>(row), 0);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  if (scroll) scrollTo(index);
+}
+
+void PaneList::SetSelection(const panes::SelectionSet& selection) {
+  QItemSelection ranges;
+  const int last = model_.columnCount() - 1;
+  for (std::size_t row = 0; row < selection.size(); ++row) {
+    if (!selection[row]) continue;
+    std::size_t end = row;
+    while (end + 1 < selection.size() && selection[end + 1]) ++end;
+    ranges.append(QItemSelectionRange(model_.index(static_cast<int>(row), 0),
+                                      model_.index(static_cast<int>(end), last)));
+    row = end;
+  }
+  selectionModel()->select(ranges, QItemSelectionModel::ClearAndSelect);
+}
+
+void PaneList::FlipSelection() {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return;
+  if (model_.flags(current).testFlag(Qt::ItemIsSelectable)) {
+    selectionModel()->select(current, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
+  }
+  if (current.row() + 1 < model_.rowCount()) SetCursor(static_cast<std::size_t>(current.row()) + 1);
+}
+
+void PaneList::EditLabel() {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return;
+  model_.AllowEdit(static_cast<std::size_t>(current.row()));
+  edit(model_.index(current.row(), 0));
+}
+
+// --- Events. ---
+
+bool PaneList::event(QEvent* event) {
+  // The toolkit keeps Tab to itself before any key handler.
+  if (event->type() == QEvent::KeyPress) {
+    auto* const key = static_cast<QKeyEvent*>(event);
+    if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) && HandleKey && HandleKey(*key)) {
+      return true;
+    }
+  }
+  return QTreeView::event(event);
+}
+
+void PaneList::keyPressEvent(QKeyEvent* event) {
+  if (HandleKey && HandleKey(*event)) return;
+  QTreeView::keyPressEvent(event);
+}
+
+void PaneList::focusInEvent(QFocusEvent* event) {
+  QTreeView::focusInEvent(event);
+  if (Activated) Activated();
+}
+
+void PaneList::mousePressEvent(QMouseEvent* event) {
+  if (Activated) Activated();
+  QTreeView::mousePressEvent(event);
+}
+
+void PaneList::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid()) Opened();
+}
+
+void PaneList::contextMenuEvent(QContextMenuEvent* event) {
+  QPoint place = event->globalPos();
+  if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
+    place = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
+  }
+  ShowMenu(place);
+}
+
+void PaneList::dragEnterEvent(QDragEnterEvent* event) {
+  if (Drop && !LocalFiles(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void PaneList::dragMoveEvent(QDragMoveEvent* event) {
+  if (Drop && !LocalFiles(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void PaneList::dropEvent(QDropEvent* event) {
+  if (Drop && Drop(LocalFiles(event->mimeData()))) event->acceptProposedAction();
+}
+
+void PaneList::keyboardSearch(const QString& search) {
+  if (!sinceTyped_.isValid() || sinceTyped_.elapsed() > QApplication::keyboardInputInterval()) typed_.clear();
+  sinceTyped_.start();
+  typed_ += search;
+  const int current = std::max(currentIndex().row(), 0);
+  // The first character goes on to the next row, further ones may stay where they are.
+  const int from = typed_.size() == 1 && model_.rowCount() > 0 ? (current + 1) % model_.rowCount() : current;
+  const int found = panes::FindStartingWith(model_.Pane(), FromQt(typed_), static_cast<std::size_t>(from));
+  if (found >= 0) SetCursor(static_cast<std::size_t>(found));
+}
+
+void PaneList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTreeView::currentChanged(current, previous);
+  Notify();
+}
+
+void PaneList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTreeView::selectionChanged(selected, deselected);
+  Notify();
+}
+
+void PaneList::Notify() {
+  if (!syncing_ && RowChanged) RowChanged();
+}
+
+}  // namespace velmora::ui
