@@ -18,8 +18,12 @@ namespace {
 
 std::string Normalised(std::string_view id) { return StripBackslash(NormalizePath(id)); }
 
-void Append(ArchiveList& list, decltype(ListRow::Content) content) {
-  list.Rows.push_back({static_cast<std::uint32_t>(list.Rows.size()), std::move(content)});
+template <typename Content>
+void Append(ArchiveList& list, Content content) {
+  const auto index = static_cast<std::uint32_t>(list.Rows.size());
+  auto& row = list.Rows.emplace_back();
+  row.UnsortedIndex = index;
+  row.Content.emplace<Content>(std::move(content));
 }
 
 // --- Sorting. ---
@@ -194,9 +198,6 @@ void SortArchiveList(ArchiveList& list, const SortState& sorting) {
 }
 
 MessageRow MakeMessageRow(store::DvEntryRow entry) {
-  const auto firstOf = [](std::string& a, std::string& b, std::string& c) {
-    return !a.empty() ? a : !b.empty() ? b : c;
-  };
   MessageRow row{.RecNo = entry.Key, .ItemType = entry.Type, .StatusTime = entry.StatusTime};
   row.DisplayType = store::DisplayTypeOf({.ItemType = entry.Type,
                                           .Flags = entry.Flags,
@@ -204,9 +205,13 @@ MessageRow MakeMessageRow(store::DvEntryRow entry) {
                                           .SendStatus = entry.SendStatus,
                                           .DisplayVariant = entry.DisplayVariant,
                                           .DocumentFlags = entry.DocumentFlags});
-  row.Subject = firstOf(entry.Subject, entry.SenderAddress, entry.RecipientAddress);
-  row.To = firstOf(entry.FirstRecipient, entry.RecipientText, entry.RecipientAddress);
+  row.Subject = std::move(entry.Subject);
+  if (row.Subject.empty()) row.Subject = entry.SenderAddress;
+  if (row.Subject.empty()) row.Subject = entry.RecipientAddress;
   row.From = std::move(entry.SenderAddress);
+  row.To = std::move(entry.FirstRecipient);
+  if (row.To.empty()) row.To = std::move(entry.RecipientText);
+  if (row.To.empty()) row.To = std::move(entry.RecipientAddress);
   if (entry.Type == store::item_type::Link) {
     row.Attachments = std::move(entry.Link);
   } else {

@@ -90,6 +90,7 @@ Result<Sqlite> Sqlite::Open(const std::string& hostPath, Mode mode) {
   int flags = SQLITE_OPEN_READWRITE;
   if (mode == Mode::ReadOnly) flags = SQLITE_OPEN_READONLY;
   if (mode == Mode::Create) flags |= SQLITE_OPEN_CREATE;
+  flags |= SQLITE_OPEN_NOMUTEX;  // a store is used by one thread; each value read would cost a lock
   sqlite3* handle = nullptr;
   const int code = sqlite3_open_v2(hostPath.c_str(), &handle, flags, nullptr);
   Sqlite database(handle);
