@@ -56,7 +56,7 @@ TEST(VCardFormat, TheNotesComeFromTheEntryAndNotFromTheField) {
   EXPECT_EQ(Line(record, Note), "eins=0D=0Azwei");
 }
 
-// The lines promise an encoding that nobody makes: these cards have always been so, and their readers know it.
+// The lines promise an encoding that nobody makes: these cards have always been so, and readers know it.
 TEST(VCardFormat, ValuesStandAsTheyAreWhereTheLinePromisesAnEncoding) {
   AddressRecord record;
   record.Notes = "ä = ü; x=";
