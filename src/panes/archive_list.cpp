@@ -10,7 +10,6 @@
 #include "panes/sort_by.h"
 #include "store/display_type.h"
 #include "store/filter.h"
-#include "store/tree_walk.h"
 #include "store/vocabulary.h"
 
 namespace velmora::panes {
@@ -84,7 +83,8 @@ Result<ArchiveRow> MakeArchiveRow(store::DvArchive& archive, std::string_view pa
   ArchiveRow row{.DisplayName = std::move(*name), .ID = archive.ID(), .IsShortCut = archive.IsShortCut()};
   row.Icon = icons.IconOf(row.ID, row.IsShortCut, fileSystem);
   row.IsHidden = options.MarkHidden && archive.Hidden().value_or(false);
-  row.IsCircular = options.MarkCircular && store::IsCircularReference(row.ID, parentId, row.IsShortCut);
+  row.IsCircular =
+      options.MarkCircular && row.IsShortCut && IsSameOrBelow(Normalised(parentId), Normalised(row.ID));
   return row;
 }
 
@@ -101,7 +101,7 @@ Status AppendMessages(ArchiveList& list, store::DvEntries& entries, Breather& br
   std::vector<store::DvEntryRow> read;
   for (int first = 0; first < count; first += rowsAtOnce) {
     read.clear();
-    const auto done = entries.ReadRows(first, std::min(rowsAtOnce, count - first), read);
+    auto done = entries.ReadRows(first, std::min(rowsAtOnce, count - first), read);
     for (auto& entry : read) {
       if (!store::PassesInhibition(entry.Flags, inhibitItems)) continue;
       Append(list, MakeMessageRow(std::move(entry)));

@@ -258,7 +258,8 @@ Result<std::shared_ptr<store::DvArchive>> ArchivePane::Parent() const {
 bool ArchivePane::GoUp() {
   const auto& current = Current();
   if (current == nullptr || IsSessionRoot(context_.session, *current)) return false;
-  if (current->FullPath().find_last_of("/\\") == 0) return false;  // the root of the tree
+  const auto nameStart = current->FullPath().find_last_of("/\\");
+  if (nameStart == 0 || nameStart == std::string::npos) return false;  // the root of the tree
   auto parent = Parent();
   if (parent) return Show(*std::move(parent));
   ReportStoreFailure(context_.run, current->FullPath(), parent.error());

@@ -27,7 +27,9 @@ bool IsIn(char32_t character, const CharacterRange& range) {
 }  // namespace
 
 std::string DisplayText(std::string_view text) {
-  std::string shown = BlankControlCharacters(MakeValidUtf8(text));
+  const auto head = LeftCharacters(text, LongestShownText);
+  std::string shown = BlankControlCharacters(MakeValidUtf8(head));
+  if (head.size() < text.size()) shown += "…";
   if (AsciiPrefix(shown) == shown.size()) return shown;
   std::string safe;
   safe.reserve(shown.size());

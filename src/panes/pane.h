@@ -76,6 +76,7 @@ class Pane {
   bool GoForward() { return Step(false); }
   bool CanGoBack() const { return history_.CanGoBack(); }
   bool CanGoForward() const { return history_.CanGoForward(); }
+  void ForgetPlaces() { history_ = {}; }
   virtual std::string PathText() const = 0;  // the pane's heading
 
   // --- Status bar. ---

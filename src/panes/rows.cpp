@@ -13,6 +13,8 @@ template <typename... T>
 struct Overloaded : T... {
   using T::operator()...;
 };
+template <typename... T>
+Overloaded(T...) -> Overloaded<T...>;
 
 using ArchiveSlots = std::array<SlotValue, ArchiveSlotCount>;
 

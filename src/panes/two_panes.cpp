@@ -17,7 +17,11 @@ Pane& TwoPanes::Of(PaneView view) {
   return Archives(view);
 }
 
-void TwoPanes::SignedOn() { icons_ = ArchiveIcons(context_.session); }
+void TwoPanes::SignedOn() {
+  icons_ = ArchiveIcons(context_.session);
+  left_.ForgetPlaces();
+  right_.ForgetPlaces();
+}
 
 bool TwoPanes::RefreshAll() {
   const bool left = left_.Refresh();

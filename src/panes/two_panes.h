@@ -29,7 +29,8 @@ class TwoPanes {
   ArchivePane& Archives(PaneView view) { return view == PaneView::RZEBView ? right_ : left_; }
   Pane& Of(PaneView view);
 
-  // After each sign-on, before the panes are listed: reads where the special archives lie.
+  // After each sign-on, before the panes are listed: reads where the special archives lie, and forgets the
+  // archives visited on another server.
   void SignedOn();
   // Lists the left pane and what the right side shows.
   bool RefreshAll();

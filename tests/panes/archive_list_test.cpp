@@ -85,6 +85,9 @@ TEST_F(ArchiveListTest, HiddenArchivesAndLinksThatLeadBackAreMarked) {
   EXPECT_EQ(Left().Text(0, 0), "Ausgang") << "there is no mark in the name";
   ShowInbox();
   EXPECT_TRUE(Left().Archive(1)->IsCircular);
+  fake.AddLink(outbox, inbox);
+  ASSERT_TRUE(Left().ShowArchive(outbox.ID));
+  EXPECT_FALSE(Left().Archive(1)->IsCircular) << "a link to a neighbour";
   options.DisplayCircularReferences = options.DisplayHiddenChar = false;
   ShowInbox();
   EXPECT_FALSE(Left().Archive(1)->IsCircular);

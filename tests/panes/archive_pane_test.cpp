@@ -94,6 +94,13 @@ TEST_F(ArchivePaneTest, VisitedPlacesLeadBackAndForward) {
   EXPECT_FALSE(Right().CanGoBack()) << "each pane has its own";
 }
 
+TEST_F(ArchivePaneTest, ASignOnForgetsThePlacesOfTheOtherServer) {
+  ASSERT_TRUE(Left().Refresh());
+  ASSERT_TRUE(Left().ShowArchive(inbox.ID));
+  panes.SignedOn();
+  EXPECT_FALSE(Left().CanGoBack());
+}
+
 TEST_F(ArchivePaneTest, TheHeadingIsThePathOrTheName) {
   ASSERT_TRUE(Left().ShowArchive(inbox.ID));
   EXPECT_EQ(Left().PathText(), "/ZEB/Eingang");

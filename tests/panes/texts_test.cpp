@@ -33,6 +33,11 @@ TEST(DisplayText, ACharacterThatTurnsTheDirectionCannotDisguiseAnExtension) {
             "[U+061C]|[U+200E]|[U+200F]|[U+202A]|[U+2066]|[U+2069]");
 }
 
+TEST(DisplayText, AnEndlessTextIsCut) {
+  EXPECT_EQ(DisplayText(std::string(1000, 'x')), std::string(1000, 'x'));
+  EXPECT_EQ(DisplayText(std::string(10'000'000, 'x')), std::string(1000, 'x') + "…");
+}
+
 TEST(DisplayText, BytesThatAreNoTextAreMarked) {
   EXPECT_EQ(DisplayText("a\xFF"
                         "b"),

@@ -26,7 +26,7 @@ Status MessageDatabase::ReadListRows(std::span<const EntryKey> keys, std::vector
   return InOneReading([&]() -> Status {
     while (!keys.empty()) {
       const auto length = RunLength(keys);
-      if (const auto read = ReadRun(keys.first(length), rows); !read) return read;
+      if (auto read = ReadRun(keys.first(length), rows); !read) return read;
       keys = keys.subspan(length);
     }
     return {};

@@ -105,6 +105,14 @@ TEST_F(ListReadingTest, AUserFieldOfThatNameIsNoDestination) {
   EXPECT_EQ(Rows(*entries, 0, 1)[0].Link, "echt");
 }
 
+TEST_F(ListReadingTest, OnlyALinkHasADestination) {
+  AddLink(std::string("echt"));
+  auto mail = store->GetEntry(In, DeliverNumber(1));
+  ASSERT_TRUE((*mail)->Fields().Set("Link", std::string("das Feld einer Mail")));
+  ASSERT_TRUE((*mail)->Update());
+  ExpectEqualToItems(*Entries());
+}
+
 TEST_F(ListReadingTest, GapsOfEveryWidthAreStepped) {
   std::vector<EntryKey> keys;
   for (int i = 0; i < 120; ++i) keys.push_back(DeliverNumber(i, i % 3));
