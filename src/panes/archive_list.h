@@ -17,9 +17,10 @@ namespace velmora::panes {
 
 struct ArchiveList {
   std::vector<ListRow> Rows;
-  int ArchiveRows = 0;  // the ControlEntry and the ArchiveEntry rows, which stand above all others
-  int MessageRows = 0;  // messages or rules really listed
-  int HiddenTotal = 0;  // messages in the archive when their number struck SizeCheck, else 0
+  int ArchiveRows = 0;      // the ControlEntry and the ArchiveEntry rows, which stand above all others
+  int MessageRows = 0;      // messages or rules really listed
+  int HiddenTotal = 0;      // messages in the archive when their number struck SizeCheck, else 0
+  bool HoldsRules = false;  // it was listed for the rule view
 };
 
 // There is no switch for it: administrators and users see every sub-archive that the store gives them.

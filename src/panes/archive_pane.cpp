@@ -136,18 +136,21 @@ std::string_view ArchivePane::ColumnIcon(std::size_t row, std::size_t column) co
 
 // --- Columns and order. ---
 
+// Those of the rows that there are: while another view is filled, the window still paints these.
 std::span<const Column> ArchivePane::Columns() const {
-  if (IsRuleView()) return RuleColumns;
+  if (list_.HoldsRules) return RuleColumns;
   return MessageColumns;
 }
 
-SortState ArchivePane::Sorting() const {
-  const auto& pair = IsRuleView() ? Members().Rules : Members().Messages;
+SortState ArchivePane::SortingOf(bool ofRules) const {
+  const auto& pair = ofRules ? Members().Rules : Members().Messages;
   return {context_.options.*pair.Mode, context_.options.*pair.Direction};
 }
 
+SortState ArchivePane::Sorting() const { return SortingOf(list_.HoldsRules); }
+
 void ArchivePane::SetSorting(const SortState& state) {
-  const auto& pair = IsRuleView() ? Members().Rules : Members().Messages;
+  const auto& pair = list_.HoldsRules ? Members().Rules : Members().Messages;
   context_.options.*pair.Mode = state.Mode;
   context_.options.*pair.Direction = state.Ascending;
   SortArchiveList(list_, state);
@@ -160,7 +163,7 @@ std::shared_ptr<store::DvArchive> ArchivePane::CurrentArchive() const { return C
 
 ListingOptions ArchivePane::Listing() const {
   const auto& options = context_.options;
-  return {.Sorting = Sorting(),
+  return {.Sorting = SortingOf(IsRuleView()),
           .Filter = static_cast<std::uint32_t>(options.DvItemFilter),
           .InhibitItems = options.DvInhibitItems,
           .SizeCheck = options.SizeCheck,
@@ -184,6 +187,7 @@ bool ArchivePane::Show(std::shared_ptr<store::DvArchive> archive) {
     listed = IsRuleView() ? ListRoutingEntries(list, context_, *archive, options)
                           : ListMessages(list, context_, *archive, options);
   }
+  list.HoldsRules = IsRuleView();
   const auto previous = std::exchange(Current(), std::move(archive));
   const auto& current = *Current();
   list_ = std::move(list);
@@ -291,11 +295,10 @@ bool ArchivePane::IsPropertyView() const { return context_.options.*Members().Vi
 
 bool ArchivePane::SetRuleView(bool on) {
   if (on == IsRuleView()) return true;
-  // The list on the screen is of the other kind: with its columns it goes or stays.
   auto& mode = context_.options.*Members().ViewModeRouting;
   mode = on ? 1 : 0;
   if (Refresh()) return true;
-  mode = on ? 0 : 1;
+  mode = on ? 0 : 1;  // the rows that stay are of the other kind
   return false;
 }
 

@@ -79,6 +79,7 @@ class ArchivePane final : public Pane {
   struct OptionMembers;  // where the pane's state stands in the settings
   const OptionMembers& Members() const;
   std::shared_ptr<store::DvArchive>& Current() const;
+  SortState SortingOf(bool ofRules) const;
   ListingOptions Listing() const;
   // Fills a new list and shows it; the old one stays when the archive cannot be listed at all.
   bool Show(std::shared_ptr<store::DvArchive> archive);

@@ -60,7 +60,7 @@ class Pane {
   // Where a view puts its cursor after the pane went elsewhere: on the place it came up from, else the top.
   std::size_t CursorRow() const { return cursorRow_; }
 
-  // --- Columns and order. ---
+  // --- Columns and order, of the rows that are shown. ---
   virtual std::span<const Column> Columns() const = 0;
   virtual SortState Sorting() const = 0;
   SortMarker Marker(std::size_t column) const;

@@ -279,11 +279,12 @@ class Repaint final : public FillWatcher {
   bool Breathe() override {
     ++Breaths;
     RowsSeen = Watched->RowCount();
+    ColumnsSeen = Watched->Columns().size();
     return true;
   }
   const Pane* Watched = nullptr;
   int Breaths = 0;
-  std::size_t RowsSeen = 0;
+  std::size_t RowsSeen = 0, ColumnsSeen = 0;
 };
 
 // A clock by which every look takes a while.
@@ -310,6 +311,12 @@ TEST_F(ArchivePaneTest, TheWindowBreathesDuringAFillAndShowsTheOldListUntilItsEn
   EXPECT_GT(repaint.Breaths, 0);
   EXPECT_EQ(repaint.RowsSeen, 2u) << "the two archives of the root";
   EXPECT_EQ(watched.Left().RowCount(), 2001u) << "a fill goes on to its end";
+
+  inbox.Rules.resize(5);
+  ASSERT_TRUE(watched.Left().SetRuleView(true));
+  EXPECT_EQ(repaint.RowsSeen, 2001u);
+  EXPECT_EQ(repaint.ColumnsSeen, 5u) << "the columns of the rows that are still shown";
+  EXPECT_EQ(watched.Left().Columns().size(), 4u);
 }
 
 }  // namespace
