@@ -66,7 +66,8 @@ constexpr auto Pictures = std::to_array<Picture>({
     {"FolderBack", "go-up", "folder-up"},
     {"File", "text-x-generic", "file"},
     {"AArchive", "folder", "folder"},
-    {"AUserRoot", "system-users", "group"},
+    // Also every archive that is no special one; AUserRootRem the same, open to remote access.
+    {"AUserRoot", "folder", "folder"},
     {"ACommon", "folder-network", "network"},
     {"AFaxBox", "", "fax"},
     {"AAddress", "x-office-address-book", "addresses"},

@@ -1,6 +1,7 @@
 #include "ui/key_row.h"
 
 #include <QHBoxLayout>
+#include <algorithm>
 
 #include "panes/commands/command_table.h"
 #include "panes/commands/key_table.h"
@@ -11,6 +12,9 @@ namespace {
 
 using panes::Action;
 
+constexpr double TightFont = 0.85;
+constexpr int Padding = 8;  // of a button, on both sides together
+
 // What stands on a button: short, so that twelve stand side by side.
 struct ShortCaption {
   Action Runs;
@@ -19,16 +23,16 @@ struct ShortCaption {
 constexpr ShortCaption ShortCaptions[] = {
     {Action::Help, "Hilfe"},
     {Action::Rename, "Umben."},
-    {Action::ShowMessage, "Anzeigen"},
+    {Action::ShowMessage, "Zeigen"},
     {Action::OpenFile, "Öffnen"},
-    {Action::ArcDirSync, "Verzeichnis"},
+    {Action::ArcDirSync, "Verz."},
     {Action::DirArcSync, "Archiv"},
     {Action::Copy, "Kopieren"},
     {Action::Move, "Versch."},
     {Action::Create, "Neu"},
     {Action::Delete, "Löschen"},
     {Action::ShowIndex, "Inhalt"},
-    {Action::Properties, "Eigensch."},
+    {Action::Properties, "Eigen."},
     {Action::UserArchives, "Benutzer"},
 };
 
@@ -74,10 +78,34 @@ void KeyRow::Update(const panes::Situation& situation) {
     actions_[i] = panes::ActionOfKey(FromQt(key), situation.ActiveView);
     QPushButton& button = *buttons_[i];
     const QString caption = CaptionOf(actions_[i]);
-    button.setText(caption.isEmpty() ? key : key + " " + caption);
-    button.setAccessibleName(button.text());
+    captions_[i] = caption.isEmpty() ? key : key + " " + caption;
+    button.setAccessibleName(captions_[i]);
     button.setToolTip(actions_[i] == Action::None ? QString() : TipOf(actions_[i]));
     button.setEnabled(actions_[i] != Action::None && panes::MayRunFromKey(actions_[i], situation));
+  }
+  ShowCaptions();
+}
+
+void KeyRow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ShowCaptions();
+}
+
+// Where there is little room, "F5 Kopieren" becomes a smaller "5 Kopieren"; what does not fit even so ends in
+// dots, and the tool tip has it all.
+void KeyRow::ShowCaptions() {
+  const int room = width() / KeyCount - Padding;
+  const QFontMetrics usual = fontMetrics();
+  const bool isTight = std::any_of(captions_.begin(), captions_.end(), [&](const QString& caption) {
+    return usual.horizontalAdvance(caption) > room;
+  });
+  QFont shown = font();
+  if (isTight) shown.setPointSizeF(shown.pointSizeF() * TightFont);
+  const QFontMetrics metrics(shown);
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    const QString caption = isTight ? captions_[i].mid(1) : captions_[i];
+    buttons_[i]->setFont(shown);
+    buttons_[i]->setText(metrics.elidedText(caption, Qt::ElideRight, room));
   }
 }
 

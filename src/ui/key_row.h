@@ -21,9 +21,15 @@ class KeyRow final : public QWidget {
   // Captions and what is enabled, for the active view.
   void Update(const panes::Situation& situation);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void ShowCaptions();
+
   std::array<QPushButton*, KeyCount> buttons_{};
   std::array<panes::Action, KeyCount> actions_{};
+  std::array<QString, KeyCount> captions_;
 };
 
 }  // namespace velmora::ui

@@ -229,6 +229,7 @@ void MainWindow::MakeStatusBar() {
     panel->setAccessibleName(names[i].AccessibleName);
     panel->setTextFormat(Qt::PlainText);
     panel->setMinimumWidth(panel->fontMetrics().averageCharWidth() * names[i].Characters);
+    panel->setMargin(2);
     panel->installEventFilter(this);
     panels_[i] = panel;
     statusBar()->addPermanentWidget(panel, names[i].Characters == 0 ? 1 : 0);

@@ -29,6 +29,10 @@ constexpr std::int64_t MaxInlineBytes = std::int64_t{16} << 20;
 constexpr std::string_view OpenFolder = "Anhang";
 constexpr int AttachmentRows = 3;
 
+std::string SizeText(std::int64_t bytes) {
+  return bytes < 1024 ? fmt::format("{} Byte", bytes) : FormatSize(bytes, "#,#0");
+}
+
 QLabel* MakeNotice(const std::string& text) {
   auto* const label = new QLabel(ToQt(text));
   label->setObjectName("L_Notice");
@@ -170,7 +174,7 @@ QWidget* MessageViewer::MakeAttachments() {
   attachments_->setUniformItemSizes(true);
   for (const ContentAttachment& attachment : content_.Attachments) {
     const std::string caption =
-        fmt::format("{}  ({}){}", BlankControlCharacters(attachment.Name), FormatSize(attachment.Size),
+        fmt::format("{}  ({}){}", BlankControlCharacters(attachment.Name), SizeText(attachment.Size),
                     attachment.IsInline ? "  – Teil des Textes" : "");
     attachments_->addItem(ToQt(caption));
   }

@@ -16,12 +16,15 @@ namespace velmora::ui {
 namespace {
 
 // Widths of columns before a person has changed them, in average characters.
-constexpr int NameCharacters = 34, DateCharacters = 20, OtherCharacters = 18;
-constexpr int HeaderPadding = 24;
+constexpr int MostNameCharacters = 40, FewestNameCharacters = 18, OtherCharacters = 20;
+constexpr int ColumnPadding = 22;  // the picture, and what the sort marker takes of the caption
+constexpr const char* LongestDate = "31.12.2026 23:59:00";
+constexpr double FaintShare = 0.35;
 
-int DefaultWidth(const QFontMetrics& metrics, int column) {
-  const int characters = column == 0 ? NameCharacters : column == 1 ? DateCharacters : OtherCharacters;
-  return metrics.horizontalAdvance('0') * characters + HeaderPadding;
+QColor Mix(const QColor& a, const QColor& b, double share) {
+  return QColor::fromRgbF(static_cast<float>(a.redF() * share + b.redF() * (1 - share)),
+                          static_cast<float>(a.greenF() * share + b.greenF() * (1 - share)),
+                          static_cast<float>(a.blueF() * share + b.blueF() * (1 - share)));
 }
 
 // The rows of files in a drag, as host paths; empty for anything else.
@@ -57,34 +60,67 @@ PaneList::PaneList(PaneModel& model, const QString& name, const QString& accessi
   header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   connect(header(), &QHeaderView::sectionClicked, this,
           [this](int column) { ClickedHeader(static_cast<std::size_t>(column)); });
+  connect(header(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+    // The last one takes what is left.
+    if (!settingWidths_ && !syncing_ && column + 1 < header()->count()) widths_[columnSet_][column] = width;
+  });
 }
 
 void PaneList::Sync() {
-  KeepWidths();
   syncing_ = true;
   (void)model_.Sync();  // a marker may have changed without a change of the rows
+  columnSet_ = model_.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString();
   TakeWidths();
   ShowSortMarker();
   syncing_ = false;
   Notify();
 }
 
-void PaneList::KeepWidths() {
-  if (columnSet_.isEmpty()) return;
-  QList<int> widths;
-  for (int column = 0; column < header()->count(); ++column) widths << header()->sectionSize(column);
-  widths_[columnSet_] = widths;
+void PaneList::TakeWidths() {
+  settingWidths_ = true;
+  const QMap<int, int> widths = widths_.value(columnSet_);
+  for (int column = 0; column < model_.columnCount(); ++column) {
+    header()->resizeSection(column, widths.contains(column) ? widths[column] : DefaultWidth(column));
+  }
+  settingWidths_ = false;
 }
 
-void PaneList::TakeWidths() {
-  const int columns = model_.columnCount();
-  if (columns == 0) return;
-  columnSet_ = model_.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString();
-  const QList<int> widths = widths_.value(columnSet_);
-  for (int column = 0; column < columns; ++column) {
-    header()->resizeSection(column,
-                            column < widths.size() ? widths[column] : DefaultWidth(fontMetrics(), column));
+void PaneList::resizeEvent(QResizeEvent* event) {
+  QTreeView::resizeEvent(event);
+  if (!columnSet_.isEmpty()) TakeWidths();
+}
+
+// The name gets what the date leaves, so that both are seen without scrolling; in the file view the size too.
+int PaneList::DefaultWidth(int column) const {
+  const QFontMetrics metrics = fontMetrics();
+  const int character = metrics.averageCharWidth();
+  const int date = metrics.horizontalAdvance(LongestDate) + ColumnPadding;
+  const int other = character * OtherCharacters;
+  if (column == 1) return date;
+  if (column > 1) return other;
+  const bool isFiles = model_.Pane().View() == panes::PaneView::RFSView;
+  return std::clamp(viewport()->width() - date - (isFiles ? other : 0), character * FewestNameCharacters,
+                    character * MostNameCharacters);
+}
+
+void PaneList::SetActive(bool active) {
+  active_ = active;
+  Colour();
+}
+
+void PaneList::Colour() {
+  QPalette palette = QApplication::palette(this);
+  if (!active_) {
+    palette.setColor(QPalette::Highlight,
+                     Mix(palette.color(QPalette::Highlight), palette.color(QPalette::Base), FaintShare));
+    palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
   }
+  setPalette(palette);
+}
+
+void PaneList::changeEvent(QEvent* event) {
+  QTreeView::changeEvent(event);
+  if (event->type() == QEvent::ThemeChange || event->type() == QEvent::StyleChange) Colour();
 }
 
 void PaneList::ShowSortMarker() {

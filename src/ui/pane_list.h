@@ -35,6 +35,8 @@ class PaneList final : public QTreeView {
   // Flips the row under the cursor and goes to the next one.
   void FlipSelection();
   void EditLabel();
+  // The selection of the other pane is fainter.
+  void SetActive(bool active);
 
  protected:
   bool event(QEvent* event) override;
@@ -48,20 +50,24 @@ class PaneList final : public QTreeView {
   void dropEvent(QDropEvent* event) override;
   void keyboardSearch(const QString& search) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
   void ShowSortMarker();
-  void KeepWidths();
+  int DefaultWidth(int column) const;
+  void Colour();
   void TakeWidths();
   void Notify();
 
   PaneModel& model_;
-  QString columnSet_;  // the first caption: what the present widths belong to
-  QMap<QString, QList<int>> widths_;
+  QString columnSet_;                     // the first caption: what the present widths belong to
+  QMap<QString, QMap<int, int>> widths_;  // what a person has changed: column to width
   QString typed_;
   QElapsedTimer sinceTyped_;
-  bool syncing_ = false;
+  bool syncing_ = false, settingWidths_ = false;
+  bool active_ = true;
 };
 
 }  // namespace velmora::ui

@@ -71,6 +71,9 @@ void PaneWidget::Sync() {
   view_->SetCursor(std::min(row, pane_.RowCount() - 1));
 }
 
-void PaneWidget::SetActive(bool active) { path_->SetActive(active); }
+void PaneWidget::SetActive(bool active) {
+  path_->SetActive(active);
+  view_->SetActive(active);
+}
 
 }  // namespace velmora::ui

@@ -1,0 +1,200 @@
+#!/usr/bin/env python3
+"""Pictures of the window, its dialogs and its viewers, for whoever judges how they look.
+
+    screenshots.py --bin build/release/bin OUTPUT
+
+Starts the program on a store with the demo's messages under Xvfb, drives it with the keyboard, and saves a picture of
+each state: light and dark, at 100 % and 200 %. Needs xvfb, xdotool and the target grab_screen."""
+
+import argparse
+import contextlib
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "tests" / "integration"))
+from workplace import Workplace  # noqa: E402
+
+# The colours of a dark desktop, as its settings hold them.
+DARK = """[General]
+ColorScheme=Dark
+[Colors:Window]
+BackgroundNormal=42,46,50
+ForegroundNormal=252,252,252
+[Colors:View]
+BackgroundNormal=27,30,32
+BackgroundAlternate=35,38,41
+ForegroundNormal=252,252,252
+ForegroundLink=29,153,243
+ForegroundVisited=155,89,182
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=252,252,252
+[Colors:Tooltip]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+"""
+
+
+class Display:
+    """A display of its own, its size in dots."""
+
+    def __init__(self, width, height):
+        read, write = os.pipe()
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
+                                        "-nolisten", "tcp"], pass_fds=[write], stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as number:
+            self.name = ":" + number.readline().strip()
+
+    def close(self):
+        self.server.terminate()
+        self.server.wait()
+
+
+class Session:
+    """The program on a display."""
+
+    def __init__(self, place, output, prefix, scale=1, dark=False):
+        self.output, self.prefix, self.programs = output, prefix, place.programs
+        self.display = Display(1280 * scale, 800 * scale)
+        self.environment = {**place.environment, "DISPLAY": self.display.name, "QT_SCALE_FACTOR": str(scale),
+                            "LANG": "de_DE.UTF-8"}
+        if dark:
+            config = place.directory / "dark"
+            config.mkdir(exist_ok=True)
+            (config / "kdeglobals").write_text(DARK)
+            self.environment.update(XDG_CONFIG_HOME=str(config), XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5",
+                                    KDE_FULL_SESSION="true")
+        self.program = subprocess.Popen([place.programs / "velmora"], env=self.environment)
+        self.xdotool("search", "--sync", "--onlyvisible", "--name", "Velmora", "windowfocus")
+        time.sleep(1.5)
+
+    def enlarge(self):
+        """No window manager runs here: the window is moved and sized by its name."""
+        window = ("search", "--onlyvisible", "--name", "Velmora")
+        scale = int(self.environment["QT_SCALE_FACTOR"])
+        self.xdotool(*window, "windowmove", 0, 0, "windowsize", 1280 * scale, 800 * scale)
+        time.sleep(0.5)
+
+    def back(self):
+        """Closes what is open. Without a window manager nobody gives the focus back."""
+        self.keys("Escape", "Escape")
+        self.xdotool("search", "--onlyvisible", "--name", "Velmora", "windowfocus")
+
+    def xdotool(self, *arguments):
+        subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, check=True, timeout=30,
+                       stdout=subprocess.DEVNULL)
+
+    def keys(self, *keys):
+        for key in keys:
+            self.xdotool("key", "--clearmodifiers", key)
+            time.sleep(0.15)
+        time.sleep(0.35)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", "20", text)
+        time.sleep(0.3)
+
+    def shot(self, name):
+        path = self.output / f"{self.prefix}-{name}.png"
+        environment = {**self.environment, "QT_SCALE_FACTOR": "1"}
+        subprocess.run([self.programs / "grab_screen", path], env=environment, check=True)
+        print(path)
+
+    def close(self):
+        self.keys("alt+F4")
+        try:
+            status = self.program.wait(timeout=10)
+        except subprocess.TimeoutExpired:
+            self.program.kill()
+            status = "none: it did not end"
+        self.display.close()
+        if status != 0:
+            sys.exit(f"{self.prefix}: exit status {status}")
+
+
+def enter(session, *names):
+    """Goes down from the left root by type-ahead."""
+    session.keys("ctrl+backslash", "Home")
+    for name in names:
+        session.type(name)
+        session.keys("Return")
+
+
+def take_files(session):
+    """The right side: files, then a second archive."""
+    session.keys("Tab", "Down")
+    session.shot("files-active")
+    session.keys("Menu")
+    session.shot("files-context")
+    session.back()
+    session.keys("F7")
+    session.shot("new-directory")
+    session.back()
+    session.keys("Tab")
+
+
+# Each with the keys that open it from the left list, whose cursor stands on a message.
+DIALOGS = {
+    "filter": ["alt+f", "Return"],
+    "options": ["alt+p", "Return"],
+    "about": ["alt+h", "b"],
+    "system": ["alt+h", "s"],
+    "copy": ["F5"],
+    "pattern": ["KP_Add"],
+    "new-archive": ["F7"],
+    "context": ["Menu"],
+    "menu": ["alt+b"],
+    "addresses": ["alt+x", "d", "e"],
+    "tree": ["alt+x", "s"],
+    "server": ["alt+x", "w"],
+    "message": ["F3"],
+}
+
+
+def take(session, brief):
+    session.shot("default-size")
+    session.enlarge()
+    session.shot("main-files")
+    enter(session, "gem", "mess", "ein")
+    session.keys("Down")
+    session.shot("messages")
+    if not brief:
+        take_files(session)
+    for name, keys in DIALOGS.items():
+        if not brief or name in ("filter", "options", "copy", "message"):
+            session.keys(*keys)
+            session.shot(name)
+            session.back()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--bin", type=pathlib.Path, required=True)
+    parser.add_argument("--only", help="one of the sets alone: light, dark, light2, dark2")
+    parser.add_argument("output", type=pathlib.Path)
+    options = parser.parse_args()
+    options.output.mkdir(parents=True, exist_ok=True)
+    with tempfile.TemporaryDirectory() as directory:
+        messages = pathlib.Path(directory) / "messages"
+        subprocess.run([sys.executable, ROOT / "demo" / "make_messages.py", messages], check=True,
+                       stdout=subprocess.DEVNULL)
+        place = Workplace(pathlib.Path(directory), options.bin.resolve(), [messages])
+        place.deliver()
+        place.put_entries()
+        for prefix, scale, dark in [("light", 1, False), ("dark", 1, True), ("light2", 2, False), ("dark2", 2, True)]:
+            if options.only in (None, prefix):
+                with contextlib.closing(Session(place, options.output, prefix, scale, dark)) as session:
+                    take(session, brief=scale == 2)
+
+
+if __name__ == "__main__":
+    main()
