@@ -45,6 +45,24 @@ TEST_F(InterchangeTest, AnArchiveStandsInBothPanes) {
   EXPECT_TRUE(outcome.LeftChanged);
   EXPECT_EQ(panes->Left().List().MessageRows, 2);
   EXPECT_EQ(panes->Right().CurrentArchive()->FullPath(), Archive("Rechnungen")->FullPath());
+  // Its path in the tree is no directory: the file view stays where it is.
+  EXPECT_EQ(panes->Files().CurrentPath(), directory.Path("target") + "\\");
+  EXPECT_TRUE(front.Boxes.empty());
+}
+
+TEST_F(InterchangeTest, AnArchiveNamedByItsDirectoryStandsOnTheRightToo) {
+  const std::string id = Archive("Rechnungen")->ID();
+  HandOver("-c " + id);
+  (void)TickInterchange(*commands);
+  EXPECT_EQ(panes->Left().List().MessageRows, 2);
+  EXPECT_TRUE(EqualsFold(panes->Files().CurrentPath(), id + "\\"));
+}
+
+TEST_F(InterchangeTest, ABadArgumentLandsOnTheDefaultArchive) {
+  Enter("Rechnungen");
+  HandOver("-c /Archive/Fehlt");
+  (void)TickInterchange(*commands);
+  EXPECT_EQ(panes->Left().CurrentArchive()->ID(), context().session.DefaultArchive->ID());
 }
 
 TEST_F(InterchangeTest, AMessageIsSelectedAndShownIfTheSettingsSaySo) {

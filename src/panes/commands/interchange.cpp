@@ -1,5 +1,8 @@
 #include "panes/commands/interchange.h"
 
+#include <string>
+
+#include "base/paths.h"
 #include "panes/commands/open_path.h"
 #include "panes/commands/pane_changes.h"
 #include "startup/hand_over.h"
@@ -33,17 +36,26 @@ Outcome ShowNamedPath(CommandContext& context) {
   return outcome;
 }
 
+// An archive may be named by its path in the tree, which is no directory to show.
+void KeepExistingDirectory(CommandContext& context, const std::string& shownBefore) {
+  std::string& current = context.App.process.CurrentPath;
+  const std::string named = NormalizePath(context.files().FromUserPath(current));
+  current = context.files().FolderExists(StripBackslash(named)) ? AddBackslash(named) : shownBefore;
+}
+
 }  // namespace
 
 Outcome TickInterchange(CommandContext& context) {
   if (context.Busy.IsBusy() || !startup::HandOverFileExists(context.App)) return {};
   const BusyScope busy(context.Busy);
+  const std::string shownBefore = context.App.process.CurrentPath;
   const startup::HandOverTick tick = startup::PollHandOver(context.App);
   Outcome outcome;
   if (tick.ExitStatus) {
     outcome.ExitStatus = tick.ExitStatus;
     return outcome;
   }
+  KeepExistingDirectory(context, shownBefore);
   if (context.App.process.StartArgKind == startup::start_arg::Path) outcome.Add(ShowNamedPath(context));
   outcome.Add(ListVisiblePanes(context));
   if (tick.ShowMessage) outcome.Add(ShowNamedMessage(context));
