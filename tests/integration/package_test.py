@@ -67,6 +67,19 @@ def judge_programs(root, directory):
     return problems
 
 
+def judge_window(root, directory):
+    """The window opens and stays open."""
+    environment = {**workplace.Workplace(directory, root / "bin", []).environment, "QT_QPA_PLATFORM": "offscreen"}
+    program = subprocess.Popen([root / "bin/velmora"], env=environment, stderr=subprocess.PIPE, text=True)
+    try:
+        _, told = program.communicate(timeout=5)
+        return [f"the window ended with {program.returncode}: {told}"]
+    except subprocess.TimeoutExpired:
+        program.kill()
+        program.communicate()
+        return []
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--build", type=pathlib.Path, required=True)
@@ -78,7 +91,7 @@ def main():
         problems = [f"no {name}" for name in FILES if not (root / name).is_file()]
         judge_desktop(root / "share")
         (scratch / "work").mkdir()
-        problems += judge_programs(root, scratch / "work")
+        problems += judge_programs(root, scratch / "work") + judge_window(root, scratch / "work")
     print("\n".join(problems + [f"{len(problems)} problems"]))
     sys.exit(1 if problems else 0)
 
