@@ -74,7 +74,7 @@ void ArchiveTreeDialog::Load(QTreeWidgetItem& item) {
   if (item.childCount() > 0) return;
   panes::ArchiveNode& node = *NodeOf(&item);
   if (const Status expanded = nodes_.Expand(node); !expanded) {
-    item.setToolTip(0, ToQt(expanded.error().Text));
+    item.setToolTip(0, PlainTip(ToQt(expanded.error().Text)));
   }
   for (const auto& child : node.Children) {
     QTreeWidgetItem* const made = MakeItem(*child);

@@ -22,6 +22,7 @@ class CopyMoveView final : public QDialog {
         Named(new QLabel(ToQt(model_.SourceText()).replace("\r\n", "\n")), "CMSrc", "Quelle");
     source->setTextFormat(Qt::PlainText);
     source->setWordWrap(true);
+    source->setMargin(2);  // the dots of capital letters are cut off without
     source->setTextInteractionFlags(Qt::TextSelectableByMouse);
     target_ = Named(new QLineEdit(ToQt(model_.CMDst())), "CMDst", "Zielverzeichnis", text::CMDstTip);
     target_->setMinimumWidth(FieldWidth);

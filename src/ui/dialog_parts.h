@@ -21,17 +21,12 @@ namespace velmora::ui {
 
 inline constexpr int FieldWidth = 360;
 
-// A tool tip of the program as plain text: nothing in it is markup.
-inline QString TipText(std::string_view tip) {
-  return tip.empty() ? QString() : "<p>" + ToQt(tip).toHtmlEscaped().replace("\r\n", "<br>") + "</p>";
-}
-
 template <typename Control>
 Control* Named(Control* control, std::string_view name, std::string_view accessibleName,
                std::string_view tip = {}) {
   control->setObjectName(ToQt(name));
   control->setAccessibleName(ToQt(accessibleName).remove('&'));
-  control->setToolTip(TipText(tip));
+  control->setToolTip(PlainTip(ToQt(tip).replace("\r\n", "\n")));
   return control;
 }
 

@@ -31,7 +31,7 @@ void DriveBar::ShowDrives(const std::vector<panes::DriveButton>& drives) {
   for (const panes::DriveButton& drive : drives) {
     QAction* const action = addAction(IconOf(drive.IconKey), PlainCaption(drive.Caption));
     action->setObjectName(ToQt(drive.Key));
-    action->setToolTip(ToQt(drive.ToolTip));
+    action->setToolTip(PlainTip(ToQt(drive.ToolTip)));
     action->setCheckable(true);
     connect(action, &QAction::triggered, this, [this, key = drive.Key] { Chosen(key); });
     widgetForAction(action)->setFocusPolicy(Qt::NoFocus);
@@ -54,7 +54,7 @@ void DriveBox::ShowDrives(const std::vector<panes::DriveButton>& drives) {
   clear();
   for (const panes::DriveButton& drive : drives) {
     addItem(IconOf(drive.IconKey), ToQt(drive.Caption), ToQt(drive.Key));
-    setItemData(count() - 1, ToQt(drive.ToolTip), Qt::ToolTipRole);
+    setItemData(count() - 1, PlainTip(ToQt(drive.ToolTip)), Qt::ToolTipRole);
   }
 }
 

@@ -107,7 +107,7 @@ void FaxView::ShowPage(int page) {
     Fail("Die Seite ist zu groß, um angezeigt zu werden.");
     return;
   }
-  image_ = reader.read();
+  image_ = reader.read().convertToFormat(QImage::Format_Grayscale8);  // dots alone cannot be smoothed
   if (image_.isNull()) {
     Fail("Die Faxdatei ist beschädigt oder keine Bilddatei.");
     return;

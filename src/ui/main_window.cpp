@@ -426,7 +426,7 @@ void MainWindow::UpdateCommands() {
     bars_->Update(situation);
     keyRow_->Update(situation);
     if (const panes::Command* external = panes::FindCommand("ExtAppButton")) {
-      bars_->ActionOf(*external)->setToolTip(ToQt(context_.options.ExternalApplication));
+      bars_->ActionOf(*external)->setToolTip(PlainTip(ToQt(context_.options.ExternalApplication)));
     }
   });
 }

@@ -28,6 +28,8 @@ constexpr QSize ViewerSize(860, 640);
 constexpr std::int64_t MaxInlineBytes = std::int64_t{16} << 20;
 constexpr std::string_view OpenFolder = "Anhang";
 constexpr int AttachmentRows = 3;
+constexpr int LineMargin = 2;  // the dots of capital letters are cut off without
+constexpr QSize VoiceSize(560, 260);
 
 std::string SizeText(std::int64_t bytes) {
   return bytes < 1024 ? fmt::format("{} Byte", bytes) : FormatSize(bytes, "#,#0");
@@ -63,7 +65,7 @@ MessageViewer::MessageViewer(const Parts& parts, const panes::MessageRequest& re
   setObjectName("MessageViewer");
   setWindowTitle(content_.Title.empty() ? QString("Nachricht") : ToQt(content_.Title));
   setWindowFlag(Qt::WindowMaximizeButtonHint);
-  resize(ViewerSize);
+  resize(content_.Kind == ContentKind::Voice ? VoiceSize : ViewerSize);
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(MakeHeader());
   if (!content_.Notice.empty()) layout->addWidget(MakeNotice(content_.Notice));
@@ -86,15 +88,17 @@ QWidget* MessageViewer::MakeHeader() {
   header->setObjectName("F_Header");
   auto* const form = new QFormLayout(header);
   form->setContentsMargins(0, 0, 0, 0);
-  form->setVerticalSpacing(2);
+  form->setVerticalSpacing(0);
   for (const ContentLine& line : content_.Header) {
     auto* const value = new QLabel(ToQt(line.Value));
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setWordWrap(true);
+    value->setMargin(LineMargin);
     value->setAccessibleName(ToQt(line.Label));
     auto* const caption = new QLabel(PlainCaption(line.Label));
     caption->setTextFormat(Qt::PlainText);
+    caption->setMargin(LineMargin);
     QFont bold = caption->font();
     bold.setBold(true);
     caption->setFont(bold);

@@ -43,8 +43,9 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
   const auto column = static_cast<std::size_t>(index.column());
   switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
       return ToQt(pane_.Text(row, column));
+    case Qt::ToolTipRole:
+      return PlainTip(ToQt(pane_.Text(row, column)));
     case Qt::EditRole:
       return ToQt(pane_.Name(row));
     case Qt::DecorationRole: {

@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QPalette>
 
+#include "ui/text.h"
+
 namespace velmora::ui {
 
 PathField::PathField(const QString& name, const QString& accessibleName, QWidget* parent)
@@ -25,7 +27,7 @@ PathField::PathField(const QString& name, const QString& accessibleName, QWidget
 void PathField::ShowPath(const QString& path) {
   path_ = path;
   setText(path);
-  setToolTip(path);
+  setToolTip(PlainTip(path));
   setCursorPosition(0);
 }
 

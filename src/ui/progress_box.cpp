@@ -32,7 +32,7 @@ void SetElided(QLabel& label, const QString& text) {
   const QString shown = label.fontMetrics().elidedText(text, Qt::ElideMiddle, label.width());
   if (label.text() != shown) {
     label.setText(shown);
-    label.setToolTip(shown == text ? QString() : text);
+    label.setToolTip(shown == text ? QString() : PlainTip(text));
   }
 }
 

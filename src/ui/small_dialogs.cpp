@@ -104,7 +104,7 @@ void ShowSystemInformation(const std::vector<panes::InformationRow>& rows, QWidg
   list->setAlternatingRowColors(true);
   for (const panes::InformationRow& row : rows) {
     auto* const item = new QTreeWidgetItem(list, {ToQt(row.Label), ToQt(row.Value)});
-    item->setToolTip(1, ToQt(row.Value).toHtmlEscaped());
+    item->setToolTip(1, PlainTip(ToQt(row.Value)));
   }
   list->resizeColumnToContents(0);
   auto* const buttons = new QDialogButtonBox;

@@ -14,4 +14,9 @@ inline std::string FromQt(const QString& text) { return text.toStdString(); }
 // A caption that is data, not ours: an ampersand in it is shown and marks no key.
 inline QString PlainCaption(std::string_view text) { return ToQt(text).replace('&', "&&"); }
 
+// A tool tip that is data: names come from anyone, and the toolkit takes what looks like markup for markup.
+inline QString PlainTip(const QString& text) {
+  return text.isEmpty() ? QString() : "<p style=\"white-space:pre-wrap\">" + text.toHtmlEscaped() + "</p>";
+}
+
 }  // namespace velmora::ui
