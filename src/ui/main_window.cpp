@@ -459,6 +459,7 @@ bool MainWindow::HandleKey(QKeyEvent& event) {
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
+  if (ActiveWidget().View().IsEditing()) return;
   // A key that no control wanted, such as a function key while a path is typed.
   const std::string key = KeyText(*event);
   for (const panes::KeyBinding& binding : panes::Keys()) {

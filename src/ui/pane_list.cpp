@@ -190,7 +190,7 @@ void PaneList::EditLabel() {
 
 bool PaneList::event(QEvent* event) {
   // The toolkit keeps Tab to itself before any key handler.
-  if (event->type() == QEvent::KeyPress) {
+  if (event->type() == QEvent::KeyPress && !IsEditing()) {
     auto* const key = static_cast<QKeyEvent*>(event);
     if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) && HandleKey && HandleKey(*key)) {
       return true;
@@ -200,7 +200,8 @@ bool PaneList::event(QEvent* event) {
 }
 
 void PaneList::keyPressEvent(QKeyEvent* event) {
-  if (HandleKey && HandleKey(*event)) return;
+  // What the editor of a label does not want is not meant for the row.
+  if (!IsEditing() && HandleKey && HandleKey(*event)) return;
   QTreeView::keyPressEvent(event);
 }
 

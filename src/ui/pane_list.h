@@ -35,6 +35,7 @@ class PaneList final : public QTreeView {
   // Flips the row under the cursor and goes to the next one.
   void FlipSelection();
   void EditLabel();
+  bool IsEditing() const { return state() == EditingState; }
   // The selection of the other pane is fainter.
   void SetActive(bool active);
 

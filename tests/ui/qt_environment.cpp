@@ -9,6 +9,11 @@
 
 #include "ui/application.h"
 
+// The libraries of fonts and pictures keep what they have read until the process ends.
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libfontconfig\nleak:libfreetype\nleak:libQt6\nleak:libqoffscreen\nleak:libglib\n";
+}
+
 namespace velmora::ui {
 namespace {
 
