@@ -35,6 +35,12 @@ HtmlView::HtmlView(QWidget* parent) : QTextBrowser(parent) {
   setObjectName("HtmlBody");
   setAccessibleName("Nachrichtentext");
   setOpenLinks(false);
+  // Mails are written for white paper: on the dark one of the desktop their dark letters would be lost.
+  QPalette paper = palette();
+  paper.setColor(QPalette::Base, Qt::white);
+  paper.setColor(QPalette::Text, Qt::black);
+  paper.setColor(QPalette::Link, QColor(0, 87, 174));
+  setPalette(paper);
   connect(this, &QTextBrowser::anchorClicked, this, &HtmlView::FollowLink);
 }
 

@@ -9,7 +9,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -26,6 +26,7 @@ namespace {
 
 constexpr QSize ViewerSize(860, 640);
 constexpr std::int64_t MaxInlineBytes = std::int64_t{16} << 20;
+constexpr std::string_view OutsideText = "Inhalte aus dem Netz werden nicht geladen.";
 constexpr std::string_view OpenFolder = "Anhang";
 constexpr int AttachmentRows = 3;
 constexpr int LineMargin = 2;  // the dots of capital letters are cut off without
@@ -136,6 +137,12 @@ QWidget* MessageViewer::MakeText() {
 QWidget* MessageViewer::MakeHtml() {
   auto* const html = new HtmlView;
   html->ShowHtml(ToQt(content_.Html), [this](const QString& reference) { return InlinePart(reference); });
+  // Pictures are asked for when the page is laid out.
+  QTimer::singleShot(0, html, [this, html] {
+    if (html->RefusedReferences() > 0) {
+      static_cast<QVBoxLayout*>(layout())->insertWidget(1, MakeNotice(std::string(OutsideText)));
+    }
+  });
   return html;
 }
 

@@ -70,6 +70,15 @@ TEST_F(ViewerTest, InlinePartsAreShownAndNothingElseIsLoaded) {
     EXPECT_EQ(qAlpha(refused.value<QImage>().pixel(0, 0)), 0) << outside;
   }
   EXPECT_TRUE(html.toPlainText().contains("Text"));
+  shown.show();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(Find<QLabel>(shown, "L_Notice").text().contains("nicht geladen"));
+}
+
+// Dark letters of a mail on the dark paper of the desktop would be lost.
+TEST_F(ViewerTest, AMailIsShownOnWhitePaper) {
+  MessageViewer& shown = OpenMail(Html("<p>Text</p>"));
+  EXPECT_EQ(Find<HtmlView>(shown, "HtmlBody").palette().color(QPalette::Base), QColor(Qt::white));
 }
 
 TEST_F(ViewerTest, ScriptIsNoText) {
