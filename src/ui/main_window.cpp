@@ -191,7 +191,7 @@ void MainWindow::Connect(PaneWidget& widget, PaneView view) {
   list.Activated = [this, view] { SetActiveView(view); };
   list.Opened = [this] { RunAction(Action::Open); };
   list.RowChanged = [this, view] { RowChanged(view); };
-  list.ClickedHeader = [this, &widget](std::size_t column) {
+  list.ClickedHeader = [&widget](std::size_t column) {
     widget.Pane().ClickHeader(column);
     widget.Sync();
   };
