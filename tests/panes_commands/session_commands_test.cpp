@@ -44,11 +44,11 @@ TEST_F(SessionCommandsTest, ANewSignOnKeepsThePlacesOfThePanes) {
   front.Answers = {run::Answer::No};
   EXPECT_EQ(Run(Action::RefreshAccount).Session, SessionChange::None);
   EXPECT_EQ(LastBox(), "Account: Account aktualisieren nach Änderung der Benutzerkonfiguration ?");
-  const auto* const before = context().session.Account.get();
+  const auto before = context().session.Api;  // held, so that the new one has another address
   front.Answers = {run::Answer::Yes};
   const Outcome outcome = Run(Action::RefreshAccount);
   EXPECT_EQ(outcome.Session, SessionChange::Reloaded);
-  EXPECT_NE(context().session.Account.get(), before);
+  EXPECT_NE(context().session.Api, before);
   EXPECT_EQ(panes->Left().List().MessageRows, 2);
   EXPECT_EQ(panes->Left().CurrentArchive()->FullPath(), Archive("Rechnungen")->FullPath());
 }
