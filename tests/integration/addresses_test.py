@@ -379,19 +379,9 @@ def main():
     parser.add_argument("--only", default="", help="the cases whose name holds this")
     options = parser.parse_args()
     workplace.enter_mount_namespace()
-    problems = []
     with tempfile.TemporaryDirectory() as directory:
         place = workplace.Workplace(pathlib.Path(directory).resolve(), options.bin.resolve(), [])
-        for name, run in list(globals().items()):
-            if not name.startswith("test_") or options.only not in name:
-                continue
-            case = Case(place, name[5:45])
-            run(case)
-            print(f"{name.replace('_', ' ')}: {len(case.problems)} problems", flush=True)
-            for problem in case.problems:
-                print(problem)
-            problems += case.problems
-            shutil.rmtree(case.place.directory)
+        problems = workplace.run_cases(place, Case, dict(globals()), options.only)
     sys.exit(1 if problems else 0)
 
 

@@ -358,19 +358,8 @@ def test_a_killed_move_loses_nothing(case):
 
 def main():
     workplace.enter_mount_namespace()
-    problems = []
     with workplace.from_command_line(__doc__) as place:
-        cases = {name[5:]: run for name, run in globals().items() if name.startswith("test_")}
-        for name, run in cases.items():
-            case = Case(place, name[:40])
-            start = time.monotonic()
-            run(case)
-            seconds = time.monotonic() - start
-            print(f"{name.replace('_', ' ')}: {len(case.problems)} problems, {seconds:.1f} s", flush=True)
-            for problem in case.problems:
-                print(problem)
-            problems += case.problems
-            shutil.rmtree(case.place.directory)
+        problems = workplace.run_cases(place, Case, dict(globals()))
     sys.exit(1 if problems else 0)
 
 

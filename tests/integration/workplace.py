@@ -4,6 +4,7 @@ import argparse
 import contextlib
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -37,6 +38,24 @@ def enter_mount_namespace():
         command += ["--propagation", "unchanged"]  # a root directory that is no mount point, as after chroot
     os.environ["VELMORA_TEST_NAMESPACE"] = "own"
     os.execvp("unshare", [*command, sys.executable, *sys.argv])
+
+
+def run_cases(place, make_case, functions, only=""):
+    """Runs each test_... of the functions on a case of its own, tells of it, and answers the problems of all."""
+    problems = []
+    for name, run in functions.items():
+        if not name.startswith("test_") or only not in name:
+            continue
+        case = make_case(place, name[5:45])
+        start = time.monotonic()
+        run(case)
+        seconds = time.monotonic() - start
+        print(f"{name[5:].replace('_', ' ')}: {len(case.problems)} problems, {seconds:.1f} s", flush=True)
+        for problem in case.problems:
+            print(problem)
+        problems += case.problems
+        shutil.rmtree(case.place.directory)
+    return problems
 
 
 class Workplace:
