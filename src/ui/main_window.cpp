@@ -2,26 +2,14 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileInfo>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QStatusBar>
 #include <QToolBar>
-#include <QToolButton>
-#include <QVBoxLayout>
 
 #include "panes/commands/drive_bar.h"
 #include "panes/commands/interchange.h"
-#include "panes/commands/key_table.h"
 #include "startup/main_sequence.h"
-#include "ui/completion.h"
-#include "ui/icons.h"
-#include "ui/key_text.h"
 #include "ui/text.h"
 #include "ui/window_geometry.h"
 
@@ -31,45 +19,7 @@ namespace {
 using panes::Action;
 using panes::PaneView;
 
-constexpr int ToolIconSize = 22, PanelIconSize = 16;
-constexpr int CountPanelCharacters = 22, ModePanelCharacters = 8;
-constexpr int Margin = 4;
-enum Panel { StatePanel, LeftPanel, RightPanel, ModePanel };
-
 ScreenArea AreaOf(const QRect& rect) { return {rect.left(), rect.top(), rect.width(), rect.height()}; }
-
-QStringList ToList(const std::vector<std::string>& texts) {
-  QStringList list;
-  for (const std::string& text : texts) list << ToQt(text);
-  return list;
-}
-
-PaneView ViewOf(panes::Place bar) {
-  return bar == panes::Place::LeftBar ? PaneView::LZEBView : PaneView::RZEBView;
-}
-bool IsPaneBar(panes::Place place) {
-  return place == panes::Place::LeftBar || place == panes::Place::RightBar ||
-         place == panes::Place::FileBar || place == panes::Place::RightSideBar;
-}
-
-// What a person does to a window, which waits for nobody while a command runs.
-bool IsInput(QEvent::Type type) {
-  switch (type) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
-    case QEvent::ShortcutOverride:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-    case QEvent::ContextMenu:
-    case QEvent::Drop:
-      return true;
-    default:
-      return false;
-  }
-}
 
 }  // namespace
 
@@ -103,144 +53,14 @@ MainWindow::MainWindow(startup::Context& context, QtFrontEnd& frontEnd)
     ShowFilterWarning();
   });
   frontEnd_.Status().ShowText = [this](const QString& text) {
-    panels_[StatePanel]->setText(text.isEmpty() ? ToQt(busy_.PanelText()) : text);
+    status_->SetText(StatusPanel::State, text.isEmpty() ? ToQt(busy_.PanelText()) : text);
   };
   qApp->installEventFilter(this);
 }
 
 MainWindow::~MainWindow() { Unload(); }
 
-// --- Building. ---
-
-void MainWindow::MakeBars() {
-  bars_->FillMenuBar(*menuBar());
-  toolBar_ = new QToolBar("Werkzeugleiste", this);
-  toolBar_->setObjectName("ToolBar");
-  toolBar_->setMovable(false);
-  toolBar_->setIconSize(QSize(ToolIconSize, ToolIconSize));
-  bars_->FillToolBar(*toolBar_, panes::Place::ToolBar);
-  if (const panes::Command* external = panes::FindCommand("ExtAppButton")) {
-    bars_->ActionOf(*external)->setIcon(IconOf("IStdEXE"));
-  }
-  addToolBar(Qt::TopToolBarArea, toolBar_);
-  addToolBarBreak(Qt::TopToolBarArea);
-  driveBar_ = new DriveBar(this);
-  driveBar_->Chosen = [this](const std::string& drive) { ChooseDrive(drive); };
-  addToolBar(Qt::TopToolBarArea, driveBar_);
-  setContextMenuPolicy(Qt::NoContextMenu);  // the toolkit's own would hide the bars
-}
-
-void MainWindow::MakePanes() {
-  const auto archivePlace = [this](PaneView view) {
-    return [this, view] {
-      const auto archive = twoPanes_.Archives(view).CurrentArchive();
-      return archive == nullptr ? std::string() : archive->ID();
-    };
-  };
-  const auto make = [this](const PaneWidget::Names& names, PaneView view,
-                           std::function<std::string()> place) {
-    auto* const widget = new PaneWidget(names, twoPanes_.Of(view), std::move(place), icons_, *bars_);
-    widgets_[static_cast<std::size_t>(view)] = widget;
-    Connect(*widget, view);
-    return widget;
-  };
-  PaneWidget* const left =
-      make({"LZEBView", "FullPathLZEB", "Linkes Archiv", "Pfad des linken Archivs", panes::Place::LeftBar},
-           PaneView::LZEBView, archivePlace(PaneView::LZEBView));
-  PaneWidget* const archives =
-      make({"RZEBView", "FullPathRZEB", "Rechtes Archiv", "Pfad des rechten Archivs", panes::Place::RightBar},
-           PaneView::RZEBView, archivePlace(PaneView::RZEBView));
-  PaneWidget* const files =
-      make({"RFSView", "FullPathFS", "Dateisystem", "Pfad des Verzeichnisses", panes::Place::FileBar},
-           PaneView::RFSView, [this] { return twoPanes_.Files().CurrentPath(); });
-  for (PaneWidget* const widget : {archives, files}) {
-    widget->AddBar(*bars_, panes::Place::RightSideBar);
-  }
-  driveBox_ = new DriveBox;
-  driveBox_->Chosen = [this](const std::string& drive) { ChooseDrive(drive); };
-  files->AddBeforePath(driveBox_);
-  files->View().Drop = [this](const QStringList& paths) {
-    const QFileInfo first(paths.first());
-    EnterPath(PaneView::RFSView, first.isDir() ? first.filePath() : first.path());
-    return true;
-  };
-
-  right_ = new QStackedWidget;
-  right_->addWidget(archives);
-  right_->addWidget(files);
-  splitter_ = new QSplitter(Qt::Horizontal);
-  splitter_->setObjectName("Splitter");
-  splitter_->setChildrenCollapsible(false);
-  splitter_->addWidget(left);
-  splitter_->addWidget(right_);
-  keyRow_ = new KeyRow;
-  keyRow_->Pressed = [this](Action action) { RunAction(action); };
-  auto* const centre = new QWidget;
-  auto* const layout = new QVBoxLayout(centre);
-  layout->setContentsMargins(Margin, 0, Margin, 0);
-  layout->setSpacing(Margin);
-  layout->addWidget(splitter_, 1);
-  layout->addWidget(keyRow_);
-  setCentralWidget(centre);
-}
-
-void MainWindow::Connect(PaneWidget& widget, PaneView view) {
-  PaneList& list = widget.View();
-  list.HandleKey = [this](QKeyEvent& event) { return HandleKey(event); };
-  list.ShowMenu = [this, view](const QPoint& place) { ShowContextMenu(view, place); };
-  list.Activated = [this, view] { SetActiveView(view); };
-  list.Opened = [this] { RunAction(Action::Open); };
-  list.RowChanged = [this, view] { RowChanged(view); };
-  list.ClickedHeader = [&widget](std::size_t column) {
-    widget.Pane().ClickHeader(column);
-    widget.Sync();
-  };
-  widget.Model().Rename = [this](std::size_t row, const std::string& name) {
-    // Not within the editor that has just closed.
-    QTimer::singleShot(0, this, [this, row, name] { Apply(panes::RunRename(commands_, row, name)); });
-  };
-  widget.Path().Entered = [this, view](const QString& path) { EnterPath(view, path); };
-  widget.Path().Complete = [this, view](const QString& typed) {
-    return ToList(view == PaneView::RFSView ? CompleteDirectory(context_.fileSystem, FromQt(typed))
-                                            : CompleteArchive(context_.session, FromQt(typed)));
-  };
-}
-
-void MainWindow::MakeStatusBar() {
-  struct PanelNames {
-    const char *Name, *AccessibleName;
-    int Characters;
-  };
-  constexpr PanelNames names[] = {{"PanelState", "Status", 0},
-                                  {"PanelLeft", "Linke Liste", CountPanelCharacters},
-                                  {"PanelRight", "Rechte Liste", CountPanelCharacters},
-                                  {"PanelMode", "Rechte des Benutzers", ModePanelCharacters}};
-  warning_ = new QToolButton;
-  warning_->setObjectName("FilterWarning");
-  warning_->setAccessibleName("Filter aktiv");
-  warning_->setToolTip(ToQt(panes::FilterWarningTip));
-  warning_->setIcon(IconOf("Warning"));
-  warning_->setAutoRaise(true);
-  warning_->setFocusPolicy(Qt::NoFocus);
-  warning_->installEventFilter(this);
-  for (std::size_t i = 0; i < panels_.size(); ++i) {
-    auto* const panel = new QLabel;
-    panel->setObjectName(names[i].Name);
-    panel->setAccessibleName(names[i].AccessibleName);
-    panel->setTextFormat(Qt::PlainText);
-    panel->setMinimumWidth(panel->fontMetrics().averageCharWidth() * names[i].Characters);
-    panel->setMargin(2);
-    panel->installEventFilter(this);
-    panels_[i] = panel;
-    statusBar()->addPermanentWidget(panel, names[i].Characters == 0 ? 1 : 0);
-    if (i == StatePanel) statusBar()->addPermanentWidget(warning_);
-  }
-  // The picture keeps its place while it blinks.
-  QSizePolicy policy = warning_->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  warning_->setSizePolicy(policy);
-  warning_->hide();
-}
+// --- Geometry. ---
 
 void MainWindow::ShowGeometry(const settings::Options& options) {
   const WindowFrame frame = FrameFromOptions(options, AreaOf(screen()->availableGeometry()));
@@ -310,8 +130,6 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 PaneWidget& MainWindow::Widget(PaneView view) { return *widgets_[static_cast<std::size_t>(view)]; }
 
-QString MainWindow::StatusPanel(int panel) const { return panels_[static_cast<std::size_t>(panel)]->text(); }
-
 void MainWindow::SetActiveView(PaneView view) {
   const PaneView before = twoPanes_.ActiveView();
   twoPanes_.SetActiveView(view);
@@ -323,6 +141,18 @@ void MainWindow::SetActiveView(PaneView view) {
 void MainWindow::ShowLayout() {
   right_->setCurrentWidget(&Widget(twoPanes_.ShowsFiles() ? PaneView::RFSView : PaneView::RZEBView));
   for (PaneWidget* const widget : widgets_) widget->SetActive(widget == &ActiveWidget());
+}
+
+void MainWindow::RunAction(Action action) {
+  if (isUnloaded_ || busy_.IsBusy() || action == Action::None) return;
+  StoreGeometry();
+  stopCount_ = false;
+  // The selection is the list's own business.
+  if (action == Action::FlipSelection) {
+    ActiveWidget().View().FlipSelection();
+    return;
+  }
+  Apply(panes::RunAction(commands_, action, Marks()));
 }
 
 void MainWindow::Apply(panes::Outcome outcome) {
@@ -366,24 +196,20 @@ void MainWindow::ShowStatus() {
   const auto textOf = [this](PaneView view) {
     return ToQt(twoPanes_.Of(view).StatusText(Widget(view).View().SelectedRows()));
   };
-  panels_[LeftPanel]->setText(textOf(PaneView::LZEBView));
-  panels_[RightPanel]->setText(textOf(twoPanes_.ShowsFiles() ? PaneView::RFSView : PaneView::RZEBView));
-  panels_[ModePanel]->setText(
-      ToQt(panes::PanelText(panes::UserModeOf(panes::RightsOf(context_.session.Trustees)))));
-  const auto showHiding = [this](Panel panel, std::string_view tip) {
-    panels_[panel]->setToolTip(ToQt(tip));
-    QPalette palette = QApplication::palette(panels_[panel]);
-    if (!tip.empty()) palette.setColor(QPalette::WindowText, palette.color(QPalette::Link));
-    panels_[panel]->setPalette(palette);
-  };
-  showHiding(LeftPanel, twoPanes_.Left().HidingToolTip());
-  showHiding(RightPanel, twoPanes_.ShowsFiles() ? std::string_view() : twoPanes_.Right().HidingToolTip());
+  status_->SetText(StatusPanel::Left, textOf(PaneView::LZEBView));
+  status_->SetText(StatusPanel::Right,
+                   textOf(twoPanes_.ShowsFiles() ? PaneView::RFSView : PaneView::RZEBView));
+  status_->SetText(StatusPanel::Mode,
+                   ToQt(panes::PanelText(panes::UserModeOf(panes::RightsOf(context_.session.Trustees)))));
+  status_->ShowHiding(StatusPanel::Left, twoPanes_.Left().HidingToolTip());
+  status_->ShowHiding(StatusPanel::Right,
+                      twoPanes_.ShowsFiles() ? std::string_view() : twoPanes_.Right().HidingToolTip());
 }
 
 void MainWindow::ShowBusy() {
   if (isUnloaded_) return;
   const bool isBusy = busy_.IsBusy();
-  panels_[StatePanel]->setText(ToQt(busy_.PanelText()));
+  status_->SetText(StatusPanel::State, ToQt(busy_.PanelText()));
   for (QWidget* const bar :
        {static_cast<QWidget*>(toolBar_), static_cast<QWidget*>(driveBar_), static_cast<QWidget*>(keyRow_)}) {
     bar->setEnabled(!isBusy);
@@ -394,7 +220,7 @@ void MainWindow::ShowBusy() {
 }
 
 void MainWindow::ShowFilterWarning() {
-  warning_->setVisible(filterWarning_.IsVisible());
+  status_->ShowWarning(filterWarning_.IsVisible());
   if (filterWarning_.DisplayTimerRuns() == displayTimer_.isActive()) return;
   if (filterWarning_.DisplayTimerRuns()) {
     displayTimer_.start();
@@ -429,124 +255,6 @@ void MainWindow::UpdateCommands() {
       bars_->ActionOf(*external)->setToolTip(PlainTip(ToQt(context_.options.ExternalApplication)));
     }
   });
-}
-
-// --- Events. ---
-
-void MainWindow::RunAction(Action action) {
-  if (isUnloaded_ || busy_.IsBusy() || action == Action::None) return;
-  StoreGeometry();
-  stopCount_ = false;
-  // The selection is the list's own business.
-  if (action == Action::FlipSelection) {
-    ActiveWidget().View().FlipSelection();
-    return;
-  }
-  Apply(panes::RunAction(commands_, action, Marks()));
-}
-
-void MainWindow::RunCommand(const panes::Command& command) {
-  if (IsPaneBar(command.Where)) SetActiveView(ViewOf(command.Where));
-  RunAction(command.Runs);
-  UpdateCommands();  // a button that can be pressed has changed by itself
-}
-
-bool MainWindow::HandleKey(QKeyEvent& event) {
-  const Action action = panes::ActionOfKey(KeyText(event), twoPanes_.ActiveView());
-  if (action == Action::None) return false;
-  if (panes::MayRunFromKey(action, Situation())) RunAction(action);
-  return true;
-}
-
-void MainWindow::keyPressEvent(QKeyEvent* event) {
-  if (ActiveWidget().View().IsEditing()) return;
-  // A key that no control wanted, such as a function key while a path is typed.
-  const std::string key = KeyText(*event);
-  for (const panes::KeyBinding& binding : panes::Keys()) {
-    if (binding.Key == key && !binding.IsListKey && panes::WorksIn(binding, twoPanes_.ActiveView())) {
-      (void)HandleKey(*event);  // the key is known
-      return;
-    }
-  }
-  QMainWindow::keyPressEvent(event);
-}
-
-bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonDblClick && !busy_.IsBusy()) {
-    if (watched == warning_) {
-      RunAction(Action::ResetFilter);
-      return true;
-    }
-    if (watched == panels_[LeftPanel] || watched == panels_[RightPanel]) {
-      SetActiveView(watched == panels_[LeftPanel] ? PaneView::LZEBView : PaneView::RZEBView);
-      RunAction(Action::ToggleHiding);
-      return true;
-    }
-  }
-  // While a command runs, what is done to the window is lost; a box on top of it lives.
-  if (busy_.IsBusy() && IsInput(event->type()) && QApplication::activeModalWidget() == nullptr &&
-      QApplication::activePopupWidget() == nullptr) {
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-      stopCount_ = true;
-    }
-    return true;
-  }
-  return QMainWindow::eventFilter(watched, event);
-}
-
-bool MainWindow::Breathe() {
-  QCoreApplication::processEvents();
-  return stopCount_;
-}
-
-void MainWindow::ChooseDrive(const std::string& drive) { EnterPath(PaneView::RFSView, ToQt(drive + "\\")); }
-
-void MainWindow::EnterPath(PaneView view, const QString& path) {
-  if (busy_.IsBusy() || isUnloaded_) return;
-  bool isShown = false;
-  {
-    const panes::BusyScope busy(busy_, panes::BusyCursor::Wait);
-    if (view == PaneView::RFSView) {
-      isShown = twoPanes_.Files().ShowDirectory(FromQt(path));
-      if (isShown) twoPanes_.SetViewMode(panes::view_mode::FileSystem);
-    } else {
-      isShown = twoPanes_.Archives(view).ShowArchive(FromQt(path));
-    }
-  }
-  if (isShown) twoPanes_.SetActiveView(view);
-  panes::Outcome outcome;
-  outcome.LayoutChanged = outcome.ActiveViewChanged = isShown;
-  Apply(std::move(outcome));
-}
-
-void MainWindow::ShowContextMenu(PaneView view, const QPoint& place) {
-  if (busy_.IsBusy()) return;
-  SetActiveView(view);
-  bars_->Update(Situation());
-  bars_->ContextMenu(view == PaneView::RFSView ? panes::Place::FileContext : panes::Place::ItemContext)
-      ->popup(place);
-}
-
-void MainWindow::RowChanged(PaneView view) {
-  Widget(view).NoteCursor();
-  if (isUpdatePending_ || isUnloaded_) return;
-  UpdateCommands();
-  QTimer::singleShot(0, this, &MainWindow::ShowStatus);
-}
-
-void MainWindow::Tick() {
-  if (isUnloaded_ || !busy_.InterchangeTimerRuns() || QApplication::activeModalWidget() != nullptr) return;
-  interchangeTimer_.stop();
-  panes::Outcome outcome = panes::TickInterchange(commands_);
-  const bool handedOver = outcome.LeftChanged || outcome.RightChanged || outcome.FilesChanged;
-  Apply(std::move(outcome));
-  if (isUnloaded_) return;
-  if (handedOver) {
-    showNormal();
-    raise();
-    activateWindow();
-  }
-  interchangeTimer_.start();
 }
 
 }  // namespace velmora::ui

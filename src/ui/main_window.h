@@ -20,11 +20,10 @@
 #include "ui/key_row.h"
 #include "ui/pane_widget.h"
 #include "ui/qt_front_end.h"
+#include "ui/status_panels.h"
 
-class QLabel;
 class QSplitter;
 class QStackedWidget;
-class QToolButton;
 
 namespace velmora::ui {
 
@@ -45,11 +44,10 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   void Apply(panes::Outcome outcome);
 
   panes::CommandContext& Commands() { return commands_; }
+  const StatusPanels& Status() const { return *status_; }
   PaneWidget& Widget(panes::PaneView view);
   PaneWidget& ActiveWidget() { return Widget(twoPanes_.ActiveView()); }
   void SetActiveView(panes::PaneView view);
-  // The texts of the status bar as they stand.
-  QString StatusPanel(int panel) const;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -59,11 +57,12 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
  private:
   bool Breathe() override;  // while a list is filled
 
-  // --- Building. ---
+  // --- Controls. ---
   void MakeBars();
   void MakePanes();
   void MakeStatusBar();
   void Connect(PaneWidget& widget, panes::PaneView view);
+  // --- Geometry. ---
   void ShowGeometry(const settings::Options& options);
   void StoreGeometry();
 
@@ -78,7 +77,7 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   panes::Situation Situation() const;
   panes::ViewMarks Marks() const;
 
-  // --- Events. ---
+  // --- Input. ---
   bool HandleKey(QKeyEvent& event);
   void RunCommand(const panes::Command& command);
   void ChooseDrive(const std::string& drive);
@@ -108,8 +107,7 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   QStackedWidget* right_ = nullptr;
   std::array<PaneWidget*, 3> widgets_{};  // by PaneView
   KeyRow* keyRow_ = nullptr;
-  std::array<QLabel*, 4> panels_{};
-  QToolButton* warning_ = nullptr;
+  StatusPanels* status_ = nullptr;
   QTimer interchangeTimer_, displayTimer_;
   bool isUpdatePending_ = false;
   bool isUnloaded_ = false;

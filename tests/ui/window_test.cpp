@@ -19,9 +19,9 @@ TEST_F(WindowTest, StartsOnTheStoreAndSaysSo) {
   MainWindow& main = OpenWindow();
   EXPECT_EQ(main.objectName(), "FrmMain");
   EXPECT_TRUE(main.windowTitle().startsWith("Velmora 1.0 - Anna Admin"));
-  EXPECT_EQ(main.StatusPanel(0), "Bereit");
-  EXPECT_EQ(main.StatusPanel(1), "0 Items");
-  EXPECT_EQ(main.StatusPanel(3), "Admin");
+  EXPECT_EQ(main.Status().Text(StatusPanel::State), "Bereit");
+  EXPECT_EQ(main.Status().Text(StatusPanel::Left), "0 Items");
+  EXPECT_EQ(main.Status().Text(StatusPanel::Mode), "Admin");
   EXPECT_GE(RowOf(Left(), "System"), 0);
 }
 
@@ -127,7 +127,7 @@ TEST_F(WindowTest, InsertFlipsAndGoesOnAndNeverSelectsTheWayUp) {
   EXPECT_EQ(Left().currentIndex().row(), 2);
   PressKey(Left(), Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(Left().SelectedRows(), 3U);
-  EXPECT_EQ(window->StatusPanel(1), "3/3");
+  EXPECT_EQ(window->Status().Text(StatusPanel::Left), "3/3");
   PressKey(Left(), Qt::Key_A, Qt::ShiftModifier);
   EXPECT_EQ(Left().SelectedRows(), 0U);
   PressKey(Left(), Qt::Key_Asterisk, Qt::KeypadModifier);
@@ -218,7 +218,7 @@ TEST_F(WindowTest, AnOrdinaryUserSeesNoAdministratorsCommands) {
   for (const char* id : {"MnChangeServer", "MnSiteInformation", "ArcDirSync", "MnUserList"}) {
     EXPECT_FALSE(main.findChild<QAction*>(id)->isVisible()) << id;
   }
-  EXPECT_NE(main.StatusPanel(3), "Admin");
+  EXPECT_NE(main.Status().Text(StatusPanel::Mode), "Admin");
 }
 
 TEST_F(WindowTest, NothingRunsWhileAnotherCommandDoes) {
@@ -226,14 +226,14 @@ TEST_F(WindowTest, NothingRunsWhileAnotherCommandDoes) {
   PutCursor(Left(), "System");
   const QString before = main.Widget(PaneView::LZEBView).Path().text();
   main.Commands().Busy.SetBusy();
-  EXPECT_EQ(main.StatusPanel(0), "Bitte warten");
+  EXPECT_EQ(main.Status().Text(StatusPanel::State), "Bitte warten");
   PressKey(Left(), Qt::Key_Return);
   EXPECT_EQ(main.Widget(PaneView::LZEBView).Path().text(), before);
   EXPECT_FALSE(main.findChild<QMenu*>("MnCommands")->menuAction()->isEnabled());
   main.Commands().Busy.ClearBusy();
   Settle();
   EXPECT_TRUE(main.findChild<QMenu*>("MnCommands")->menuAction()->isEnabled());
-  EXPECT_EQ(main.StatusPanel(0), "Bereit");
+  EXPECT_EQ(main.Status().Text(StatusPanel::State), "Bereit");
 }
 
 TEST_F(WindowTest, TheFilterWarningBlinksWhileAFilterIsInForce) {

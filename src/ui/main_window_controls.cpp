@@ -1,0 +1,140 @@
+// The controls of the main window, and what of the window answers them.
+
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "ui/completion.h"
+#include "ui/icons.h"
+#include "ui/main_window.h"
+#include "ui/text.h"
+
+namespace velmora::ui {
+namespace {
+
+using panes::Action;
+using panes::PaneView;
+
+constexpr int ToolIconSize = 22;
+constexpr int Margin = 4;
+
+QStringList ToList(const std::vector<std::string>& texts) {
+  QStringList list;
+  for (const std::string& text : texts) list << ToQt(text);
+  return list;
+}
+
+}  // namespace
+
+void MainWindow::MakeBars() {
+  bars_->FillMenuBar(*menuBar());
+  toolBar_ = new QToolBar("Werkzeugleiste", this);
+  toolBar_->setObjectName("ToolBar");
+  toolBar_->setMovable(false);
+  toolBar_->setIconSize(QSize(ToolIconSize, ToolIconSize));
+  bars_->FillToolBar(*toolBar_, panes::Place::ToolBar);
+  if (const panes::Command* external = panes::FindCommand("ExtAppButton")) {
+    bars_->ActionOf(*external)->setIcon(IconOf("IStdEXE"));
+  }
+  addToolBar(Qt::TopToolBarArea, toolBar_);
+  addToolBarBreak(Qt::TopToolBarArea);
+  driveBar_ = new DriveBar(this);
+  driveBar_->Chosen = [this](const std::string& drive) { ChooseDrive(drive); };
+  addToolBar(Qt::TopToolBarArea, driveBar_);
+  setContextMenuPolicy(Qt::NoContextMenu);  // the toolkit's own would hide the bars
+}
+
+void MainWindow::MakePanes() {
+  const auto archivePlace = [this](PaneView view) {
+    return [this, view] {
+      const auto archive = twoPanes_.Archives(view).CurrentArchive();
+      return archive == nullptr ? std::string() : archive->ID();
+    };
+  };
+  const auto make = [this](const PaneWidget::Names& names, PaneView view,
+                           std::function<std::string()> place) {
+    auto* const widget = new PaneWidget(names, twoPanes_.Of(view), std::move(place), icons_, *bars_);
+    widgets_[static_cast<std::size_t>(view)] = widget;
+    Connect(*widget, view);
+    return widget;
+  };
+  PaneWidget* const left =
+      make({"LZEBView", "FullPathLZEB", "Linkes Archiv", "Pfad des linken Archivs", panes::Place::LeftBar},
+           PaneView::LZEBView, archivePlace(PaneView::LZEBView));
+  PaneWidget* const archives =
+      make({"RZEBView", "FullPathRZEB", "Rechtes Archiv", "Pfad des rechten Archivs", panes::Place::RightBar},
+           PaneView::RZEBView, archivePlace(PaneView::RZEBView));
+  PaneWidget* const files =
+      make({"RFSView", "FullPathFS", "Dateisystem", "Pfad des Verzeichnisses", panes::Place::FileBar},
+           PaneView::RFSView, [this] { return twoPanes_.Files().CurrentPath(); });
+  for (PaneWidget* const widget : {archives, files}) {
+    widget->AddBar(*bars_, panes::Place::RightSideBar);
+  }
+  driveBox_ = new DriveBox;
+  driveBox_->Chosen = [this](const std::string& drive) { ChooseDrive(drive); };
+  files->AddBeforePath(driveBox_);
+  files->View().Drop = [this](const QStringList& paths) {
+    const QFileInfo first(paths.first());
+    EnterPath(PaneView::RFSView, first.isDir() ? first.filePath() : first.path());
+    return true;
+  };
+
+  right_ = new QStackedWidget;
+  right_->addWidget(archives);
+  right_->addWidget(files);
+  splitter_ = new QSplitter(Qt::Horizontal);
+  splitter_->setObjectName("Splitter");
+  splitter_->setChildrenCollapsible(false);
+  splitter_->addWidget(left);
+  splitter_->addWidget(right_);
+  keyRow_ = new KeyRow;
+  keyRow_->Pressed = [this](Action action) { RunAction(action); };
+  auto* const centre = new QWidget;
+  auto* const layout = new QVBoxLayout(centre);
+  layout->setContentsMargins(Margin, 0, Margin, 0);
+  layout->setSpacing(Margin);
+  layout->addWidget(splitter_, 1);
+  layout->addWidget(keyRow_);
+  setCentralWidget(centre);
+}
+
+void MainWindow::Connect(PaneWidget& widget, PaneView view) {
+  PaneList& list = widget.View();
+  list.HandleKey = [this](QKeyEvent& event) { return HandleKey(event); };
+  list.ShowMenu = [this, view](const QPoint& place) { ShowContextMenu(view, place); };
+  list.Activated = [this, view] { SetActiveView(view); };
+  list.Opened = [this] { RunAction(Action::Open); };
+  list.RowChanged = [this, view] { RowChanged(view); };
+  list.ClickedHeader = [&widget](std::size_t column) {
+    widget.Pane().ClickHeader(column);
+    widget.Sync();
+  };
+  widget.Model().Rename = [this](std::size_t row, const std::string& name) {
+    // Not within the editor that has just closed.
+    QTimer::singleShot(0, this, [this, row, name] { Apply(panes::RunRename(commands_, row, name)); });
+  };
+  widget.Path().Entered = [this, view](const QString& path) { EnterPath(view, path); };
+  widget.Path().Complete = [this, view](const QString& typed) {
+    return ToList(view == PaneView::RFSView ? CompleteDirectory(context_.fileSystem, FromQt(typed))
+                                            : CompleteArchive(context_.session, FromQt(typed)));
+  };
+}
+
+void MainWindow::MakeStatusBar() {
+  status_ = new StatusPanels(this);
+  status_->WarningChosen = [this] {
+    if (!busy_.IsBusy()) RunAction(Action::ResetFilter);
+  };
+  status_->CountChosen = [this](StatusPanel panel) {
+    if (busy_.IsBusy()) return;
+    SetActiveView(panel == StatusPanel::Left ? PaneView::LZEBView : PaneView::RZEBView);
+    RunAction(Action::ToggleHiding);
+  };
+  setStatusBar(status_);
+}
+
+}  // namespace velmora::ui
