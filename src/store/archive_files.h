@@ -2,6 +2,7 @@
 // Everyone who writes records goes through here, so that no list is ever seen half.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,8 @@ inline constexpr std::string_view List = "archive.dir";  // the sub-archives and
 inline constexpr std::string_view Self = "archive.add";  // one record: the archive itself
 inline constexpr std::string_view ListBackup = "archivedir.bak";
 inline constexpr std::string_view Work = "archive.vlw";  // stands only during a rewrite
+inline constexpr std::string_view Messages = "archive.dat";
+inline constexpr std::string_view Rules = "archive.urt";
 }  // namespace archive_file
 
 // A lock on an archive directory that holds between processes and between owners in one process; released
@@ -38,9 +41,25 @@ class ArchiveLock {
   int descriptor_;
 };
 
-// Puts a new list in the place of archive.dir. The old list is copied to archivedir.bak; the new one is
-// written whole to archive.vlw, synced and renamed over, so that at every moment the old or the new list
-// stands. The caller holds the exclusive lock.
+// No sound file of records is longer; one beyond it is not read into memory.
+inline constexpr std::int64_t LongestRecordFile = std::int64_t{200'000} * 430;
+
+// Whether archive.dir is missing while archive.vlw and archivedir.bak are there: what a program leaves that
+// deletes the list before it writes the new one, and was killed in between. The backup is then the list.
+bool IsListInterrupted(platform::FileSystem& fileSystem, std::string_view directory);
+
+// The bytes of the list as it stands; of an interrupted one those of the backup. A missing one is empty.
+// store_error::Damaged or NoAccess when it cannot be read, NotFound without the directory. For who holds a
+// lock on it.
+Result<std::string> ReadArchiveList(platform::FileSystem& fileSystem, std::string_view directory);
+
+// Puts the backup in the place of an interrupted list, whose work file then goes; nothing to do for any
+// other. The caller holds the exclusive lock.
+Status RecoverArchiveList(platform::FileSystem& fileSystem, std::string_view directory);
+
+// Puts a new list in the place of archive.dir, which is recovered first where it was interrupted. The old
+// list is copied to archivedir.bak; the new one is written whole to archive.vlw, synced and renamed over, so
+// that at every moment the old or the new list stands. The caller holds the exclusive lock.
 Status ReplaceArchiveList(platform::FileSystem& fileSystem, std::string_view directory,
                           std::string_view content);
 
