@@ -5,26 +5,16 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "mailarchive/export_options.h"
 #include "mailarchive/format/forms.h"
 #include "run/run.h"
+#include "store/selection.h"
 #include "store/session.h"
 
 namespace velmora::mailarchive {
 
-// What is marked in a pane, or named by a control file.
-struct ExportSelection {
-  struct Object {
-    enum class Kind { Message, Archive } kind = Kind::Archive;
-    store::EntryKey Key = 0;  // of a message
-    std::string ArchivePath;  // of an archive
-    bool IsLink = false;
-  };
-  std::shared_ptr<store::DvArchive> CurrentArchive;  // from where
-  std::vector<Object> Objects;
-};
+using ExportSelection = store::Selection;
 
 // All that an export works with; the caller owns each part.
 struct ExportContext {

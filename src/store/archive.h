@@ -25,6 +25,8 @@ class DvArchive {
       const = 0;                       // path in the tree, "/Archive/...": the key by which it is found again
   virtual std::string ID() const = 0;  // physical directory, UNC, without "\" at the end
   virtual bool IsShortCut() const = 0;  // reached over a link record; ID is then the target's
+  // Made by the store itself, or the root: never deleted, renamed or moved.
+  virtual bool IsSpecial() { return false; }
 
   // --- Properties; writes stand in memory until Update. ---
   virtual Result<std::string> DisplayName() = 0;

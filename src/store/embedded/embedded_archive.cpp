@@ -236,7 +236,7 @@ Result<ArchiveRecord> EmbeddedArchive::FreshRecord() {
 }
 
 Status EmbeddedArchive::RequireOrdinary(std::string_view action) {
-  if (record_.IsLink || !session_->IsSpecial(record_.Directory)) return {};
+  if (!IsSpecial()) return {};
   return Fail(store_error::Protected, fmt::format("Das Archiv {} kann nicht {} werden", FullPath(), action));
 }
 

@@ -26,6 +26,7 @@ class EmbeddedArchive final : public DvArchive {
   std::string FullPath() const override;
   std::string ID() const override { return record_.Directory; }
   bool IsShortCut() const override { return record_.IsLink; }
+  bool IsSpecial() override { return !record_.IsLink && session_->IsSpecial(record_.Directory); }
 
   Result<std::string> DisplayName() override;
   Status SetDisplayName(std::string_view name) override;

@@ -1,0 +1,107 @@
+#include "operations/physical_erase.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "store/archive_entries.h"
+#include "store/archive_files.h"
+#include "store/errors.h"
+#include "store/tree_walk.h"
+
+namespace velmora::operations {
+namespace {
+
+// The directories of an archive and of what the tree shows below it.
+class DoomedTree {
+ public:
+  // Parents stand before their children.
+  const std::vector<std::string>& Directories() const { return directories_; }
+  bool Holds(std::string_view directory) const { return keys_.contains(Key(directory)); }
+
+  Status Add(store::DvArchive& archive) {
+    if (archive.IsSpecial()) {
+      return Fail(store::store_error::Protected,
+                  fmt::format("Das Archiv {} kann nicht gelöscht werden", archive.FullPath()));
+    }
+    if (!path_.Enter(archive.ID())) return {};
+    directories_.push_back(StripBackslash(NormalizePath(archive.ID())));
+    keys_.insert(Key(archive.ID()));
+    const auto subArchives = archive.SubArchives();
+    if (!subArchives) return Fail(subArchives.error());
+    for (const auto& sub : *subArchives) {
+      if (sub->IsShortCut()) continue;
+      if (const Status added = Add(*sub); !added) return added;
+    }
+    path_.Leave();
+    return {};
+  }
+
+ private:
+  static std::string Key(std::string_view directory) {
+    return FoldCase(StripBackslash(NormalizePath(directory)));
+  }
+
+  std::vector<std::string> directories_;
+  std::set<std::string> keys_;
+  store::WalkPath path_;
+};
+
+// A folder below may belong to an archive that was moved elsewhere in the tree.
+Status RequireNothingForeign(const Operation& operation, const DoomedTree& tree,
+                             const std::string& directory) {
+  platform::FileSystem& files = operation.run.fileSystem();
+  const auto folders = files.List(directory, "*", platform::ListWhat::Folders);
+  if (!folders) return Fail(folders.error());
+  for (const platform::FileEntry& folder : *folders) {
+    if (folder.IsLink) continue;
+    const std::string path = JoinPath(directory, folder.Name);
+    if (tree.Holds(path)) continue;
+    if (const auto foreign = operation.session.Account->GetArchive(path)) {
+      return Fail(store::store_error::NotEmpty,
+                  fmt::format("Im Verzeichnis {} liegt das Archiv {}, das an anderer Stelle des Baums steht. "
+                              "Bitte ohne \"Archive auf Dateiebene löschen\" wiederholen",
+                              directory, (*foreign)->FullPath()));
+    }
+    if (const Status inside = RequireNothingForeign(operation, tree, path); !inside) return inside;
+  }
+  return {};
+}
+
+Status DeleteFolders(run::Run& run, const std::vector<std::string>& directories) {
+  Status result;
+  for (auto directory = directories.rbegin(); directory != directories.rend(); ++directory) {
+    const Status deleted = run.fileSystem().DeleteFolder(*directory, true);
+    const bool isGone = deleted || deleted.error().Number == platform::file_error::PathNotFound;
+    if (!isGone && result) result = deleted;
+  }
+  return result;
+}
+
+}  // namespace
+
+Status EraseArchiveDirectories(const Operation& operation, store::DvArchive& archive,
+                               const store::DvArchive* parent) {
+  DoomedTree tree;
+  if (const Status added = tree.Add(archive); !added) return added;
+  for (const std::string& directory : tree.Directories()) {
+    if (const Status checked = RequireNothingForeign(operation, tree, directory); !checked) return checked;
+  }
+  store::EntryPlace place{parent != nullptr ? parent->ID() : "", archive.ID(),
+                          archive.DisplayName().value_or("")};
+  if (parent == nullptr) {
+    const auto around = store::FindParentArchive(*operation.session.Account, archive);
+    if (!around) return Fail(around.error());
+    place.ParentDirectory = (*around)->ID();
+  }
+  CommitStore(operation);
+  if (const Status deleted = DeleteFolders(operation.run, tree.Directories()); !deleted) return deleted;
+  return store::RemoveArchiveEntry(operation.run, place);
+}
+
+}  // namespace velmora::operations
