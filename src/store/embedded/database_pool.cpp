@@ -81,12 +81,16 @@ void OpenArchive::EndTransaction() {
   commitAfter_.clear();
 }
 
-DatabasePool::DatabasePool(platform::FileSystem& fileSystem, platform::Clock& clock)
-    : fileSystem_(fileSystem), clock_(clock) {}
+DatabasePool::DatabasePool(platform::FileSystem& fileSystem, platform::Clock& clock, std::string moveJournals)
+    : fileSystem_(fileSystem),
+      clock_(clock),
+      moveJournals_(std::move(moveJournals)),
+      journal_(fileSystem, moveJournals_) {}
 
 DatabasePool::~DatabasePool() {
   watched_.clear();
-  (void)Commit();  // nobody is left to be told; callers that must know commit before
+  // Nobody is left to be told; callers that must know commit before.
+  if (Commit() && !hasAbandoned_) journal_.Finish();
 }
 
 Result<OpenArchive*> DatabasePool::ForReading(std::string_view directory) {
@@ -107,7 +111,32 @@ Status DatabasePool::Begin(OpenArchive& archive) {
   if (const auto begun = archive.Database().BeginWrite(); !begun) return begun;
   archive.begun_ = clock_.SteadyMilliseconds();
   archive.highestKey_.reset();
+  if (const auto forgotten = ForgetArrivals(archive); !forgotten) return forgotten;
   return RemoveDoomedFiles(archive);
+}
+
+Status DatabasePool::ForgetArrivals(OpenArchive& archive) {
+  auto& database = archive.Database();
+  for (const auto& source : archive.settledSources_) {
+    if (const auto done = database.ForgetArrivals(journal_.Name(), source); !done) return done;
+  }
+  if (archive.isTidied_ || moveJournals_.empty()) return {};
+  archive.isTidied_ = true;
+  const auto processes = database.ArrivalProcesses();
+  if (!processes) return Fail(processes.error());
+  for (const auto& process : *processes) {
+    if (process == journal_.Name() || fileSystem_.FileExists(JoinPath(moveJournals_, process))) continue;
+    if (const auto done = database.ForgetArrivals(process); !done) return done;
+  }
+  return {};
+}
+
+// The targets of its moves were committed just before it.
+void DatabasePool::NoteSettled(const OpenArchive& source) {
+  for (const auto& directory : source.commitAfter_) {
+    const auto target = archives_.find(directory);
+    if (target != archives_.end()) target->second->settledSources_.insert(source.folded_);
+  }
 }
 
 Status DatabasePool::RemoveDoomedFiles(OpenArchive& archive) {
@@ -128,6 +157,9 @@ Result<DatabasePool::Moving> DatabasePool::ForMoving(std::string_view source, st
   if (!from) return Fail(from.error());
   const auto to = Find(target, true);
   if (!to) return Fail(to.error());
+  if (*from != *to && !moveJournals_.empty()) {
+    if (const auto noted = journal_.NoteTarget(target); !noted) return Fail(noted.error());
+  }
   // The target is about to be waited for: it must not wait itself.
   if (!(*to)->commitAfter_.empty()) {
     if (const auto done = CommitArchive(**to); !done) return Fail(done.error());
@@ -234,7 +266,9 @@ Status DatabasePool::CommitArchive(OpenArchive& archive) {
     // A file that stays is doomed: the next transaction removes it.
     (void)RemoveContentFile(path);
   }
+  NoteSettled(archive);
   archive.EndTransaction();
+  archive.settledSources_.clear();
   return {};
 }
 
@@ -242,6 +276,7 @@ void DatabasePool::Abandon(OpenArchive& archive) {
   // The content files of entries that did not come to stand are left: their bytes may be all that there is.
   archive.Database().Rollback();
   archive.EndTransaction();
+  hasAbandoned_ = true;
   // What was to be removed once it stood here stays where it is.
   for (const auto& [directory, other] : archives_) {
     if (other->commitAfter_.contains(archive.folded_)) Abandon(*other);

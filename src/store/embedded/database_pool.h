@@ -7,7 +7,8 @@
 // A write begins a transaction that stays open for at most 200 ms, so that many writes share one commit.
 // Order of a commit: the archives that the changes were copied to, the files exported before a deletion, the
 // content files, the database; only then are the content files of deleted entries removed. A process killed
-// at any point has lost no entry.
+// at any point has lost no entry; one that it left in two archives goes from its source at the next opening
+// (move_journal.h).
 #pragma once
 
 #include <sys/types.h>
@@ -25,6 +26,7 @@
 #include "platform/clock.h"
 #include "platform/file_system.h"
 #include "store/embedded/message_database.h"
+#include "store/embedded/move_journal.h"
 
 namespace velmora::store::embedded {
 
@@ -70,7 +72,10 @@ class OpenArchive {
   std::vector<std::string> writtenFiles_, removedFiles_;
   bool hasDeletions_ = false;
   std::set<std::string> commitAfter_;  // the archives whose transactions must stand first
-  std::int64_t begun_ = 0;             // of the transaction, steady milliseconds
+  // The sources of entries that arrived here in transactions of this process, once they have committed.
+  std::set<std::string> settledSources_;
+  bool isTidied_ = false;   // the arrivals of processes that have ended are forgotten
+  std::int64_t begun_ = 0;  // of the transaction, steady milliseconds
   std::uint64_t lastUse_ = 0;
 };
 
@@ -78,7 +83,8 @@ class OpenArchive {
 // archives given stay valid together.
 class DatabasePool {
  public:
-  DatabasePool(platform::FileSystem& fileSystem, platform::Clock& clock);
+  // `moveJournals`: the folder of the notes on moves; without one moves are not noted.
+  DatabasePool(platform::FileSystem& fileSystem, platform::Clock& clock, std::string moveJournals);
   ~DatabasePool();  // commits
 
   // Null for a directory without messages.
@@ -92,6 +98,9 @@ class DatabasePool {
   };
   Result<Moving> ForMoving(std::string_view source, std::string_view target);
 
+  // The name under which a move's target notes what arrives; "" when nothing is to be noted.
+  const std::string& MoveProcess() const { return journal_.Name(); }
+
   Status Commit();
   Status CommitAndClose(std::string_view directoryOrBelow);
   Status CommitArchive(OpenArchive& archive);
@@ -104,6 +113,8 @@ class DatabasePool {
   Status CommitOverdue();
   Status Begin(OpenArchive& archive);
   Status RemoveDoomedFiles(OpenArchive& archive);
+  Status ForgetArrivals(OpenArchive& archive);
+  void NoteSettled(const OpenArchive& source);
   void Abandon(OpenArchive& archive);
   Status Close(Archives::iterator archive);
   void MakeRoom();
@@ -115,6 +126,9 @@ class DatabasePool {
   Archives archives_;
   std::uint64_t uses_ = 0;
   std::unordered_map<std::string, std::shared_ptr<void>> watched_;  // by share
+  std::string moveJournals_;
+  MoveJournal journal_;
+  bool hasAbandoned_ = false;
   std::optional<Error> failure_;  // of a commit that nobody could be told of, for the next call
 };
 

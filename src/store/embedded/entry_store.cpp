@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/paths.h"
+#include "base/text.h"
 #include "store/embedded/content_files.h"
 #include "store/errors.h"
 
@@ -205,21 +206,26 @@ Result<EntryKey> EntryStore::Copy(std::string_view directory, EntryKey key,
   if (*source == nullptr) return NoEntry(directory, key);
   auto target = pool_.ForWriting(targetDirectory);
   if (!target) return Fail(target.error());
-  return CopyBetween(**source, key, **target, false);
+  return CopyBetween(**source, key, **target, nullptr);
 }
 
 Result<EntryKey> EntryStore::Move(std::string_view directory, EntryKey key,
                                   std::string_view targetDirectory) {
   const auto archives = pool_.ForMoving(directory, targetDirectory);
   if (!archives) return Fail(archives.error());
-  auto copied = CopyBetween(*archives->Source, key, *archives->Target, true);
+  MessageDatabase::Arrival arrival{0, FoldCase(directory), 0, key};
+  const auto identity = archives->Source->Database().Identity();
+  if (!identity) return Fail(identity.error());
+  arrival.Identity = *identity;
+  auto copied = CopyBetween(*archives->Source, key, *archives->Target, &arrival);
   if (!copied) return copied;
   if (const auto removed = RemoveFrom(*archives->Source, key); !removed) return Fail(removed.error());
   return copied;
 }
 
+// `arrival`: of a move, which may share the files of the entry and notes where it comes from.
 Result<EntryKey> EntryStore::CopyBetween(OpenArchive& source, EntryKey key, OpenArchive& target,
-                                         bool mayShare) {
+                                         const MessageDatabase::Arrival* arrival) {
   auto record = source.Database().ReadRecord(key);
   if (!record) return Fail(record.error());
   const auto newKey = target.NextKey();
@@ -230,11 +236,17 @@ Result<EntryKey> EntryStore::CopyBetween(OpenArchive& source, EntryKey key, Open
   const auto copyAll = [&]() -> Status {
     for (const int number : PresentFiles(source, key, highest)) {
       const auto path = target.ContentPath(*newKey, number);
-      const auto copied = CopyContentFile(source.ContentPath(key, number), path, target.FileMode(), mayShare);
+      const auto copied =
+          CopyContentFile(source.ContentPath(key, number), path, target.FileMode(), arrival != nullptr);
       if (!copied) return copied;
       copies.push_back(path);
     }
-    return InOneStep(target, [&](MessageDatabase& database) { return database.Insert(*record); });
+    return InOneStep(target, [&](MessageDatabase& database) -> Status {
+      if (const auto inserted = database.Insert(*record); !inserted) return inserted;
+      const std::string& process = pool_.MoveProcess();
+      if (arrival == nullptr || &source == &target || process.empty()) return {};
+      return database.AddArrival(process, {*newKey, arrival->Source, arrival->Identity, arrival->SourceKey});
+    });
   };
   if (const auto copied = copyAll(); !copied) {
     for (const auto& path : copies) (void)RemoveContentFile(path);  // the source still has them

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/result.h"
@@ -31,8 +32,9 @@ struct EntryChanges {
 
 class EntryStore {
  public:
-  EntryStore(platform::FileSystem& fileSystem, platform::Clock& clock)
-      : fileSystem_(fileSystem), clock_(clock), pool_(fileSystem, clock) {}
+  // `moveJournals`: the folder of the notes that make moves whole (move_journal.h), "" for none.
+  EntryStore(platform::FileSystem& fileSystem, platform::Clock& clock, std::string moveJournals = {})
+      : fileSystem_(fileSystem), clock_(clock), pool_(fileSystem, clock, std::move(moveJournals)) {}
 
   platform::FileSystem& Files() { return fileSystem_; }
   platform::Clock& Clock() { return clock_; }
@@ -64,6 +66,10 @@ class EntryStore {
   Result<EntryKey> Copy(std::string_view directory, EntryKey key, std::string_view targetDirectory);
   Result<EntryKey> Move(std::string_view directory, EntryKey key, std::string_view targetDirectory);
 
+  // Finishes the moves of processes that died between the commits of target and source: entries that have
+  // arrived go from where they came from. What cannot be finished now is left for the next call.
+  Status SettleAbandonedMoves(std::string_view moveJournals);
+
   // --- Checking (changes nothing). ---
   struct Finding {
     EntryKey Key = 0;     // 0: the archive
@@ -83,7 +89,10 @@ class EntryStore {
   auto ReadFrom(std::string_view directory, EntryKey key, Read read)
       -> decltype(read(std::declval<MessageDatabase&>()));
   Status RemoveFrom(OpenArchive& archive, EntryKey key);
-  Result<EntryKey> CopyBetween(OpenArchive& source, EntryKey key, OpenArchive& target, bool mayShare);
+  Result<EntryKey> CopyBetween(OpenArchive& source, EntryKey key, OpenArchive& target,
+                               const MessageDatabase::Arrival* arrival);
+  Status TakeFromSources(std::string_view target, const std::string& process);
+  Status TakeFromSource(const MessageDatabase::Arrival& arrival);
   template <typename Write>
   Status InOneStep(OpenArchive& archive, Write write);
 

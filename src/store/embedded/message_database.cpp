@@ -11,7 +11,7 @@ namespace {
 
 // "VLMA": tells an archive's database from other databases.
 constexpr std::int64_t ApplicationId = 0x564C4D41;
-constexpr std::int64_t SchemaVersion = 1;
+constexpr std::int64_t SchemaVersion = 2;
 
 // The index holds all that the filter asks, so that a listing never reads the entries themselves. Keys are
 // never given twice (AUTOINCREMENT): a key that a caller remembers names its entry or none.
@@ -44,6 +44,11 @@ CREATE TABLE other_fields(
   PRIMARY KEY(entry, is_user_field, tag, name)) WITHOUT ROWID;
 CREATE TABLE stray_files(
   name TEXT PRIMARY KEY, inode INTEGER NOT NULL, modified INTEGER NOT NULL, doomed INTEGER NOT NULL) WITHOUT ROWID;
+CREATE TABLE identity(value INTEGER NOT NULL);
+INSERT INTO identity VALUES(random());
+CREATE TABLE arrivals(
+  process TEXT NOT NULL, key INTEGER NOT NULL, source TEXT NOT NULL, identity INTEGER NOT NULL,
+  source_key INTEGER NOT NULL, PRIMARY KEY(process, key)) WITHOUT ROWID;
 )sql";
 
 }  // namespace

@@ -73,6 +73,22 @@ class MessageDatabase {
   Status WriteOther(EntryKey key, const OtherField& field);  // monostate removes it
   Status Remove(EntryKey key);
 
+  // --- Entries that were moved here and may still stand where they came from (move_journal.h). ---
+  struct Arrival {
+    EntryKey Key = 0;           // here
+    std::string Source;         // directory of the archive from which it came
+    std::int64_t Identity = 0;  // of that archive's database
+    EntryKey SourceKey = 0;
+  };
+  // A number of this database's own, which a database made anew in its place does not have.
+  Result<std::int64_t> Identity();
+  Status AddArrival(std::string_view process, const Arrival& arrival);
+  Result<std::vector<Arrival>> Arrivals(std::string_view process);
+  Result<std::vector<std::string>> ArrivalProcesses();
+  Status ForgetArrivals(std::string_view process);
+  Status ForgetArrivals(std::string_view process, std::string_view source);
+  Result<bool> HasEntry(EntryKey key);
+
   // --- Content files without an entry. The doomed ones are removed after the commit that deletes their
   // entries; what a process left that was killed between the two, the next transaction removes. ---
   Status AddStrayFile(const StrayFile& file);

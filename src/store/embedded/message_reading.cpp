@@ -49,6 +49,40 @@ Result<EntryKey> MessageDatabase::HighestKeyEver() {
   return static_cast<EntryKey>(*highest);
 }
 
+Result<std::int64_t> MessageDatabase::Identity() { return Number("SELECT value FROM identity"); }
+
+Result<std::vector<MessageDatabase::Arrival>> MessageDatabase::Arrivals(std::string_view process) {
+  auto query = Prepare("SELECT key, source, identity, source_key FROM arrivals WHERE process = ?");
+  if (!query) return Fail(query.error());
+  query->With(process);
+  std::vector<Arrival> arrivals;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return arrivals;
+    arrivals.push_back({static_cast<EntryKey>(query->Number(0)), query->Text(1), query->Number(2),
+                        static_cast<EntryKey>(query->Number(3))});
+  }
+}
+
+Result<std::vector<std::string>> MessageDatabase::ArrivalProcesses() {
+  auto query = Prepare("SELECT DISTINCT process FROM arrivals");
+  if (!query) return Fail(query.error());
+  std::vector<std::string> processes;
+  while (true) {
+    const auto row = query->Step();
+    if (!row) return Fail(row.error());
+    if (!*row) return processes;
+    processes.push_back(query->Text(0));
+  }
+}
+
+Result<bool> MessageDatabase::HasEntry(EntryKey key) {
+  auto query = Prepare("SELECT 1 FROM entries WHERE key = ?");
+  if (!query) return Fail(query.error());
+  return query->With(key).Step();
+}
+
 Result<std::vector<StrayFile>> MessageDatabase::StrayFiles() {
   auto query = Prepare("SELECT name, inode, modified, doomed FROM stray_files");
   if (!query) return Fail(query.error());

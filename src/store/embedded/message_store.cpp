@@ -87,7 +87,11 @@ EntryRecord MakeRecord(ParsedMail mail, DateTime date, bool isViewed) {
 }  // namespace
 
 struct MessageStore::State {
-  State(platform::FileSystem& fileSystem, platform::Clock& clock) : Entries(fileSystem, clock) {}
+  State(platform::FileSystem& fileSystem, platform::Clock& clock, const std::string& moveJournals)
+      : Entries(fileSystem, clock, moveJournals) {
+    // What hinders now (another process, a full disk) is tried again by whoever opens the store next.
+    if (!moveJournals.empty()) (void)Entries.SettleAbandonedMoves(moveJournals);
+  }
 
   Result<std::unique_ptr<MessageItem>> Open(std::string_view directory, EntryKey key) {
     auto row = Entries.ReadRow(directory, key);
@@ -99,8 +103,8 @@ struct MessageStore::State {
   SubmitHandler Submit;
 };
 
-MessageStore::MessageStore(platform::FileSystem& fileSystem, platform::Clock& clock)
-    : state_(std::make_unique<State>(fileSystem, clock)) {}
+MessageStore::MessageStore(platform::FileSystem& fileSystem, platform::Clock& clock, std::string moveJournals)
+    : state_(std::make_unique<State>(fileSystem, clock, moveJournals)) {}
 
 MessageStore::~MessageStore() = default;
 

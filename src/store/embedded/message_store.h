@@ -29,7 +29,8 @@ using SubmitHandler = std::function<Status(DvMailItem& mail, EntryKey key)>;
 
 class MessageStore {
  public:
-  MessageStore(platform::FileSystem& fileSystem, platform::Clock& clock);
+  // `moveJournals`: see EntryStore. Moves that a dead process left unfinished are finished.
+  MessageStore(platform::FileSystem& fileSystem, platform::Clock& clock, std::string moveJournals = {});
   ~MessageStore();  // commits
 
   void SetSubmitHandler(SubmitHandler handler);

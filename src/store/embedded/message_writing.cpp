@@ -160,6 +160,24 @@ Status MessageDatabase::ForgetDoomedFiles() {
   return query ? query->Run() : Fail(query.error());
 }
 
+Status MessageDatabase::AddArrival(std::string_view process, const Arrival& arrival) {
+  auto query = Prepare("INSERT INTO arrivals(process, key, source, identity, source_key) VALUES(?,?,?,?,?)");
+  if (!query) return Fail(query.error());
+  return query
+      ->With(process, arrival.Key, std::string_view(arrival.Source), arrival.Identity, arrival.SourceKey)
+      .Run();
+}
+
+Status MessageDatabase::ForgetArrivals(std::string_view process) {
+  auto query = Prepare("DELETE FROM arrivals WHERE process = ?");
+  return query ? query->With(process).Run() : Fail(query.error());
+}
+
+Status MessageDatabase::ForgetArrivals(std::string_view process, std::string_view source) {
+  auto query = Prepare("DELETE FROM arrivals WHERE process = ? AND source = ?");
+  return query ? query->With(process, source).Run() : Fail(query.error());
+}
+
 Status MessageDatabase::Remove(EntryKey key) {
   for (const char* sql : RemoveStatements) {
     auto query = Prepare(sql);

@@ -86,6 +86,8 @@ StoreLayout::StoreLayout(std::string_view serverName)
       archiveRoot_(root_ + "\\ARCHIVE"),
       code_(root_ + "\\code") {}
 
+std::string StoreLayout::MoveJournals() const { return JoinPath(code_, "moves"); }
+
 std::string StoreLayout::UserRoot(int userId) const {
   return JoinPath(JoinPath(archiveRoot_, UserRootsDirectory), UserDirName(userId));
 }

@@ -33,6 +33,7 @@ class StoreLayout {
   const std::string& Root() const { return root_; }                // `\\SERVER\DAVID`
   const std::string& ArchiveRoot() const { return archiveRoot_; }  // `\\SERVER\DAVID\ARCHIVE`
   const std::string& Code() const { return code_; }                // site data and server logs
+  std::string MoveJournals() const;                                // notes of processes that move entries
   std::string UserRoot(int userId) const;                          // kind 100
   // The directory of a kind of GetSpecialArchive for this user; nothing for a number without an archive.
   std::optional<std::string> SpecialDirectory(int kind, int userId) const;

@@ -78,7 +78,7 @@ StoreSession::StoreSession(platform::FileSystem& fileSystem, platform::Clock& cl
       User(std::move(user)),
       Tree(fileSystem, Layout.ArchiveRoot()),
       Logs(fileSystem, clock, Layout),
-      Messages(fileSystem, clock),
+      Messages(fileSystem, clock, Layout.MoveJournals()),
       Access(Tree, Layout, User) {}
 
 bool StoreSession::IsSpecial(std::string_view directory) {
