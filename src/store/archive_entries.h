@@ -51,6 +51,7 @@ enum class FixedParts {
 struct EntryMove {
   EntryPlace Entry;
   bool IsShortCut = false;  // the entry is a link
+  std::string FullPath;     // of the entry in the tree, where known: keeps it from moving below itself
   std::string Name;         // of the new entry; "" keeps the entry's
   EntryForm Form = EntryForm::Move;
   FixedParts Parts = FixedParts::OfEntry;
@@ -66,8 +67,9 @@ Status MoveArchiveEntry(run::Run& run, DvArchive& target, const EntryMove& move)
 Status CopyLinkEntry(run::Run& run, const EntryPlace& link, DvArchive& target);
 
 // Gives an archive just copied the properties of its source: head and tail of the source's record, with the
-// text area that the new archive's record has. `source` and `made` name each with its parent; the root, which
-// no list names, has an empty parent. The new archive's archive.add follows.
+// text area that the new archive's record has. The source's record is that of its parent's list; with an
+// empty parent the copy in its own archive.add: for the root, which no list names, and for a source reached
+// over a link, whose record would make a link of the new archive. The new archive's archive.add follows.
 Status RepairArchiveDirRecord(run::Run& run, const EntryPlace& source, const EntryPlace& made);
 
 // --- Entries that stand for one archive. ---

@@ -47,6 +47,30 @@ bool IsStill(int descriptor, const std::string& hostPath) {
          opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
+Error ReadError(std::string_view directory, int number, std::string_view reason) {
+  return {number, fmt::format("Die Archivliste in {} ist nicht lesbar: {}", directory, reason)};
+}
+
+// A directory that may not be searched looks as one that has no list.
+bool MaySearch(platform::FileSystem& fileSystem, const std::string& directory) {
+  const Result<std::string> hostPath = fileSystem.HostPath(directory);
+  return hostPath && ::faccessat(AT_FDCWD, hostPath->c_str(), X_OK, AT_EACCESS) == 0;
+}
+
+Result<std::string> ReadRecordFile(platform::FileSystem& fileSystem, std::string_view directory,
+                                   std::string_view name) {
+  const std::string file = JoinPath(NormalizePath(directory), name);
+  const Result<platform::FileEntry> entry = fileSystem.GetEntry(file);
+  if (!entry) return Fail(entry.error());
+  if (entry->IsFolder || entry->Size > LongestRecordFile)
+    return Fail(ReadError(directory, store_error::Damaged, fmt::format("{} ist keine Archivliste", name)));
+  Result<std::string> content = fileSystem.ReadFile(file);
+  if (content) return content;
+  const bool denied = content.error().Number == platform::file_error::AccessDenied;
+  return Fail(
+      ReadError(directory, denied ? store_error::NoAccess : store_error::Damaged, content.error().Text));
+}
+
 }  // namespace
 
 Result<ArchiveLock> ArchiveLock::Acquire(platform::FileSystem& fileSystem, std::string_view directory,
@@ -84,17 +108,72 @@ ArchiveLock::~ArchiveLock() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
+bool IsListInterrupted(platform::FileSystem& fileSystem, std::string_view directory) {
+  const std::string place = NormalizePath(directory);
+  return fileSystem.FileExists(JoinPath(place, archive_file::Work)) &&
+         fileSystem.FileExists(JoinPath(place, archive_file::ListBackup)) &&
+         !fileSystem.FileExists(JoinPath(place, archive_file::List));
+}
+
+Result<std::string> ReadArchiveList(platform::FileSystem& fileSystem, std::string_view directory) {
+  const std::string place = NormalizePath(directory);
+  Result<std::string> content = ReadRecordFile(fileSystem, place, archive_file::List);
+  if (content) return content;
+  switch (content.error().Number) {
+    case platform::file_error::FileNotFound:
+      break;
+    case platform::file_error::PathNotFound:
+      return Fail(LockError(directory, ENOENT));
+    case platform::file_error::AccessDenied:
+      return Fail(LockError(directory, EACCES));
+    default:
+      return content;
+  }
+  if (!fileSystem.FolderExists(place)) return Fail(LockError(directory, ENOENT));
+  if (!MaySearch(fileSystem, place)) return Fail(LockError(directory, EACCES));
+  if (IsListInterrupted(fileSystem, place))
+    return ReadRecordFile(fileSystem, place, archive_file::ListBackup);
+  return std::string();
+}
+
+Status RecoverArchiveList(platform::FileSystem& fileSystem, std::string_view directory) {
+  if (!IsListInterrupted(fileSystem, directory)) return {};
+  const std::string place = NormalizePath(directory);
+  const Result<std::string> backup = ReadRecordFile(fileSystem, place, archive_file::ListBackup);
+  if (!backup) return Fail(backup.error());
+  // Not by way of the work file: it is what tells of the interruption, until the list stands again.
+  if (const Status restored = fileSystem.ReplaceFile(JoinPath(place, archive_file::List), *backup); !restored)
+    return restored;
+  // One that stays means nothing any more, and the next rewrite takes it away.
+  (void)fileSystem.DeleteFile(JoinPath(place, archive_file::Work), true);
+  return {};
+}
+
+Error ArchiveWriteError(std::string_view directory, const Error& error) {
+  namespace file_error = platform::file_error;
+  int number = store_error::Failed;
+  if (error.Number == file_error::AccessDenied) number = store_error::NoAccess;
+  if (error.Number == file_error::PathNotFound) number = store_error::NotFound;
+  if (error.Number >= store_error::NotFound) number = error.Number;
+  return {number, fmt::format("{}: {}", directory, error.Text)};
+}
+
 Status ReplaceArchiveList(platform::FileSystem& fileSystem, std::string_view directory,
                           std::string_view content) {
-  const std::string list = JoinPath(directory, archive_file::List);
+  if (const Status recovered = RecoverArchiveList(fileSystem, directory); !recovered) return recovered;
+  const std::string place = NormalizePath(directory);
+  const std::string list = JoinPath(place, archive_file::List);
+  const std::string backup = JoinPath(place, archive_file::ListBackup);
+  platform::WriteOptions options;
+  options.WorkName = archive_file::Work;
   if (fileSystem.FileExists(list)) {
     platform::WriteOptions inPlace;
     inPlace.InPlace = true;  // freeing the blocks of the last backup at each change costs more than writing
-    const Status backup = fileSystem.CopyFile(list, JoinPath(directory, archive_file::ListBackup), inPlace);
-    if (!backup) return backup;
+    if (const Status kept = fileSystem.CopyFile(list, backup, inPlace); !kept) return kept;
+  } else if (fileSystem.FileExists(backup)) {
+    // Beside a backup without a list, the work file would tell of an interruption.
+    options.WorkName.clear();
   }
-  platform::WriteOptions options;
-  options.WorkName = archive_file::Work;
   return fileSystem.ReplaceFile(list, content, options);
 }
 

@@ -49,13 +49,17 @@ inline constexpr std::int64_t LongestRecordFile = std::int64_t{200'000} * 430;
 bool IsListInterrupted(platform::FileSystem& fileSystem, std::string_view directory);
 
 // The bytes of the list as it stands; of an interrupted one those of the backup. A missing one is empty.
-// store_error::Damaged or NoAccess when it cannot be read, NotFound without the directory. For who holds a
-// lock on it.
+// store_error::Damaged or NoAccess when it cannot be read, NotFound without the directory. For whoever holds
+// a lock on it.
 Result<std::string> ReadArchiveList(platform::FileSystem& fileSystem, std::string_view directory);
 
 // Puts the backup in the place of an interrupted list, whose work file then goes; nothing to do for any
 // other. The caller holds the exclusive lock.
 Status RecoverArchiveList(platform::FileSystem& fileSystem, std::string_view directory);
+
+// What a failed write in an archive directory is to callers of the store: NoAccess, NotFound or Failed, with
+// the directory in the text.
+Error ArchiveWriteError(std::string_view directory, const Error& error);
 
 // Puts a new list in the place of archive.dir, which is recovered first where it was interrupted. The old
 // list is copied to archivedir.bak; the new one is written whole to archive.vlw, synced and renamed over, so

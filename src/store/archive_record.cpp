@@ -9,21 +9,6 @@
 namespace velmora::store {
 namespace {
 
-// An item of a text area: where its tag stands, and its text.
-struct Item {
-  std::size_t TagPosition;
-  std::string_view Text;
-  std::size_t End() const { return TagPosition + 1 + Text.size() + 1; }
-};
-
-std::optional<Item> FindItem(std::string_view area, char tag) {
-  const std::size_t position = area.find(tag);
-  if (position == std::string_view::npos) return std::nullopt;
-  const std::size_t end = area.find('\0', position + 1);
-  if (end == std::string_view::npos) return std::nullopt;
-  return Item{position, area.substr(position + 1, end - position - 1)};
-}
-
 std::string MakeItem(char tag, std::string_view text) {
   std::string item(1, tag);
   item += text;
@@ -58,6 +43,14 @@ void Fill(char* block, std::size_t size, std::string_view bytes) {
 
 }  // namespace
 
+std::optional<TextItem> FindItem(std::string_view area, char tag) {
+  const std::size_t position = area.find(tag);
+  if (position == std::string_view::npos) return std::nullopt;
+  const std::size_t end = area.find('\0', position + 1);
+  if (end == std::string_view::npos) return std::nullopt;
+  return TextItem{position, area.substr(position + 1, end - position - 1)};
+}
+
 std::optional<DirRecord> DirRecord::FromBytes(std::string_view bytes) {
   if (bytes.size() != Size) return std::nullopt;
   DirRecord record;
@@ -85,13 +78,13 @@ void DirRecord::SetTextArea(std::string_view text) { Fill(bytes_.data() + HeadSi
 void DirRecord::SetTail(std::string_view tail) { Fill(bytes_.data() + HeadSize + TextSize, TailSize, tail); }
 
 std::optional<std::string> DirRecord::Path() const {
-  const std::optional<Item> item = FindItem(TextArea(), PathTag);
+  const std::optional<TextItem> item = FindItem(TextArea(), PathTag);
   if (!item) return std::nullopt;
   return FromCodePage(item->Text);
 }
 
 std::optional<std::string> DirRecord::Name() const {
-  const std::optional<Item> item = FindItem(TextArea(), NameTag);
+  const std::optional<TextItem> item = FindItem(TextArea(), NameTag);
   if (!item) return std::nullopt;
   return FromCodePage(item->Text);
 }
@@ -100,7 +93,7 @@ Status DirRecord::SetName(std::string_view name) {
   const std::string area(UsedPart(TextArea()));
   std::string before = area;
   std::string behind;
-  if (const std::optional<Item> item = FindItem(area, NameTag)) {
+  if (const std::optional<TextItem> item = FindItem(area, NameTag)) {
     before = area.substr(0, item->TagPosition);
     behind = area.substr(item->End());
   }

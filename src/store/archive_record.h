@@ -13,6 +13,16 @@
 
 namespace velmora::store {
 
+// An item of a text area: where its tag stands, and its text in the code page.
+struct TextItem {
+  std::size_t TagPosition = 0;
+  std::string_view Text;
+  std::size_t End() const { return TagPosition + 1 + Text.size() + 1; }  // behind its NUL
+};
+// The first byte of the tag's value is the tag, wherever it stands. Nothing when it is missing or its text
+// runs past the area.
+std::optional<TextItem> FindItem(std::string_view area, char tag);
+
 class DirRecord {
  public:
   static constexpr std::size_t HeadSize = 113;

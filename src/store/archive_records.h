@@ -3,6 +3,7 @@
 // directory and replaces the list as a whole (archive_files.h); nothing is held open or cached in between.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -36,6 +37,9 @@ struct RecordSearch {
   PathMatch Match = PathMatch::Text;
 };
 
+// The first record in the bytes of a list that matches.
+std::optional<NumberedRecord> FindRecordIn(std::string_view content, const RecordSearch& search);
+
 // The first record of the directory's list that matches. A record without a path matches nothing, and the
 // search goes on behind it. store_error::NotFound when there is none, or no list; Damaged, NoAccess, Busy.
 Result<NumberedRecord> FindArchiveRecord(platform::FileSystem& fileSystem, std::string_view directory,
@@ -43,6 +47,12 @@ Result<NumberedRecord> FindArchiveRecord(platform::FileSystem& fileSystem, std::
 // All of them, in record order; an empty list is no error.
 Result<std::vector<NumberedRecord>> FindAllRecords(platform::FileSystem& fileSystem,
                                                    std::string_view directory, const RecordSearch& search);
+
+// Changes a list under its exclusive lock: `change` gets the whole records, without a torn one at the end,
+// and fails to leave everything as it is. What it leaves unchanged is not written. NotFound without the
+// directory.
+Status ChangeArchiveList(platform::FileSystem& fileSystem, std::string_view directory,
+                         const std::function<Status(std::string& records)>& change);
 
 // Whether a record makes its directory an archive, so that archive.add there is a copy of it.
 enum class RecordKind { Own, Link };
@@ -52,15 +62,19 @@ enum class RecordKind { Own, Link };
 // archive.add of its directory, too.
 Status WriteArchiveRecord(platform::FileSystem& fileSystem, std::string_view directory,
                           const NumberedRecord& old, const DirRecord& record, RecordKind kind);
+// The copy of an archive's own record in the archive.add of its directory; nothing where that is missing.
+Status WriteOwnRecord(platform::FileSystem& fileSystem, const DirRecord& record);
 // Behind the last record; gives its number. archive.add is not touched.
 Result<int> AppendArchiveRecord(platform::FileSystem& fileSystem, std::string_view directory,
                                 const DirRecord& record);
 
-// Takes a record out; those behind it stand one number lower. Looked for as above; NotFound.
+// Takes a record out; those behind it stand one number lower. Only where it stands at its number, byte for
+// byte: when others have changed the list meanwhile, an equal record elsewhere may be the last one, and is
+// not touched. NotFound.
 Status DeleteArchiveRecord(platform::FileSystem& fileSystem, std::string_view directory,
                            const NumberedRecord& record);
 // Takes out all of them in one rewrite, so that the backup holds the list as it was before. Gives how many
-// were still there.
+// still stood at their numbers.
 Result<int> DeleteArchiveRecords(platform::FileSystem& fileSystem, std::string_view directory,
                                  std::span<const NumberedRecord> records);
 

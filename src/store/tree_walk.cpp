@@ -3,15 +3,9 @@
 #include <algorithm>
 
 #include "base/paths.h"
-#include "base/text.h"
+#include "store/archive_key.h"
 
 namespace velmora::store {
-
-namespace {
-
-std::string Key(std::string_view id) { return FoldCase(StripBackslash(NormalizePath(id))); }
-
-}  // namespace
 
 bool IsCircularReference(std::string_view subId, std::string_view parentId, bool isLink) {
   if (!isLink) return false;
@@ -21,11 +15,13 @@ bool IsCircularReference(std::string_view subId, std::string_view parentId, bool
   return IsSameOrBelow(parent, sub) || (!holder.empty() && IsSameOrBelow(parent, holder));
 }
 
-bool WalkPath::Contains(std::string_view id) const { return std::ranges::find(ids_, Key(id)) != ids_.end(); }
+bool WalkPath::Contains(std::string_view id) const {
+  return std::ranges::find(ids_, ArchiveKey(id)) != ids_.end();
+}
 
 bool WalkPath::Enter(std::string_view id) {
   if (ids_.size() >= MaxDepth || Contains(id)) return false;
-  ids_.push_back(Key(id));
+  ids_.push_back(ArchiveKey(id));
   return true;
 }
 

@@ -20,14 +20,6 @@ namespace {
 
 namespace file_error = platform::file_error;
 
-Error WriteError(std::string_view directory, const Error& error) {
-  int number = store_error::Failed;
-  if (error.Number == file_error::AccessDenied) number = store_error::NoAccess;
-  if (error.Number == file_error::PathNotFound) number = store_error::NotFound;
-  if (error.Number >= store_error::NotFound) number = error.Number;
-  return {number, fmt::format("{}: {}", directory, error.Text)};
-}
-
 Error ProtectedRoot() {
   return {store_error::Protected, "Die Archiv-Root kann nicht umbenannt, verschoben oder entfernt werden"};
 }
@@ -79,7 +71,7 @@ Result<int> Append(ListCache& lists, std::string_view directory, ListPointer lis
   content += record.Bytes();
   const auto number = static_cast<int>(CountRecords(content));
   if (const Status put = lists.Put(directory, std::move(content)); !put)
-    return Fail(WriteError(directory, put.error()));
+    return Fail(ArchiveWriteError(directory, put.error()));
   return number;
 }
 
@@ -95,7 +87,7 @@ Status WriteSelf(platform::FileSystem& fileSystem, std::string_view directory, c
   if (!fileSystem.FolderExists(place)) return {};
   if (const Status written = fileSystem.ReplaceFile(JoinPath(place, archive_file::Self), record.Bytes());
       !written)
-    return Fail(WriteError(directory, written.error()));
+    return Fail(ArchiveWriteError(directory, written.error()));
   return {};
 }
 
@@ -115,7 +107,7 @@ Status Edit(platform::FileSystem& fileSystem, ListCache& lists, const ArchiveRec
   if (const Status changed = change(edited); !changed) return changed;
   content.replace((number - 1) * DirRecord::Size, DirRecord::Size, edited.Bytes());
   if (const Status put = lists.Put(record.ParentDirectory, std::move(content)); !put)
-    return Fail(WriteError(record.ParentDirectory, put.error()));
+    return Fail(ArchiveWriteError(record.ParentDirectory, put.error()));
   return record.IsLink ? Status{} : WriteSelf(fileSystem, record.Directory, edited);
 }
 
@@ -130,7 +122,7 @@ Status TakeOut(ListCache& lists, const ArchiveRecord& record) {
   list->reset();
   content.erase((number - 1) * DirRecord::Size, DirRecord::Size);
   if (const Status put = lists.Put(record.ParentDirectory, std::move(content)); !put)
-    return Fail(WriteError(record.ParentDirectory, put.error()));
+    return Fail(ArchiveWriteError(record.ParentDirectory, put.error()));
   return {};
 }
 
@@ -164,7 +156,7 @@ Result<std::optional<NewDirectory>> TryDirectory(platform::FileSystem& fileSyste
   const Status made = MakeDirectory(fileSystem, path);
   if (made) return NewDirectory{path, *record};
   if (made.error().Number == file_error::AlreadyExists) return std::nullopt;
-  return Fail(WriteError(path, made.error()));
+  return Fail(ArchiveWriteError(path, made.error()));
 }
 
 // Appends the record of a directory just made, and takes the directory away again if that fails.
@@ -173,7 +165,7 @@ Result<int> Enter(platform::FileSystem& fileSystem, ListCache& lists, const std:
   // Only a copy: the list decides, so this needs no sync of its own.
   const Status self = fileSystem.WriteFile(JoinPath(fresh.Path, archive_file::Self), fresh.Record.Bytes());
   Result<int> number = self ? Append(lists, parent, std::move(list), fresh.Record)
-                            : Fail(WriteError(fresh.Path, self.error()));
+                            : Fail(ArchiveWriteError(fresh.Path, self.error()));
   // What cannot be removed shows up in a check as a directory without a record.
   if (!number) (void)fileSystem.DeleteFolder(fresh.Path, true);
   return number;
@@ -236,7 +228,7 @@ Result<ArchiveRecord> ArchiveTree::CreateAt(std::string_view parentDirectory, st
         self ? Append(state_->Lists, parent, std::move(*list), *record) : Result<int>(Fail(self.error()));
   } else {
     const Status made = MakeDirectory(state_->FileSystem, place);
-    if (!made) return Fail(WriteError(place, made.error()));
+    if (!made) return Fail(ArchiveWriteError(place, made.error()));
     number = Enter(state_->FileSystem, state_->Lists, parent, std::move(*list), {place, *record});
   }
   if (!number) return Fail(number.error());

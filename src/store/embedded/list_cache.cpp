@@ -11,6 +11,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/archive_key.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {
@@ -19,8 +20,6 @@ namespace {
 constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
 // A stamp younger than this may stand for two states of a file: clocks of file systems tick coarsely.
 constexpr std::int64_t SettlingTime = NanosecondsPerSecond;
-// No sound list is longer; a file beyond it is not read into memory.
-constexpr std::size_t LongestList = std::size_t{200'000} * DirRecord::Size;
 
 const std::vector<std::size_t> NoPositions;
 
@@ -90,9 +89,7 @@ Error AccessError(std::string_view directory, int systemError) {
 
 }  // namespace
 
-std::string DirectoryKey(std::string_view directory) {
-  return FoldCase(StripBackslash(NormalizePath(directory)));
-}
+std::string DirectoryKey(std::string_view directory) { return ArchiveKey(directory); }
 
 std::string ShownName(std::string_view recordName, std::string_view directory) {
   return std::string(recordName.empty() ? FileNameOf(StripBackslash(directory)) : recordName);
@@ -229,6 +226,10 @@ Status ListCache::Read(std::string_view directory, Entry& entry) {
                   fmt::format("Die Archivliste in {} ist nicht lesbar: {}", directory, read.error().Text));
     }
     content = std::move(*read);
+  } else if (IsListInterrupted(fileSystem_, directory)) {
+    Result<std::string> backup = ReadArchiveList(fileSystem_, directory);
+    if (!backup) return Fail(backup.error());
+    content = std::move(*backup);
   }
   entry.Seen = *stamp;
   entry.Settled = WallClockNanoseconds() - stamp->ChangedNanoseconds >= SettlingTime;
@@ -294,7 +295,7 @@ Result<ListCache::Stamp> ListCache::TakeStamp(std::string_view directory, Entry&
   struct stat status {};
   if (!entry.HostDirectory.empty() && !entry.HostList.empty()) {
     if (::stat(entry.HostList.c_str(), &status) == 0) {
-      if (!S_ISREG(status.st_mode) || static_cast<std::uint64_t>(status.st_size) > LongestList)
+      if (!S_ISREG(status.st_mode) || status.st_size > LongestRecordFile)
         return Fail(store_error::Damaged, fmt::format("In {} ist archive.dir keine Archivliste", directory));
       return MakeStamp(status, true);
     }
