@@ -43,6 +43,15 @@ bool IsRecursiveCopy(std::string_view sourceId, std::string_view targetId) {
   return IsSameOrBelow(NormalizePath(targetId), NormalizePath(sourceId));
 }
 
+void TellRecursiveCopy(run::Run& run, std::string_view sourceId, std::string_view targetId) {
+  run.frontEnd().prompts.Message(
+      "Rekursive Kopie",
+      fmt::format("{}\r\n\r\nkann nicht auf oder in sich selbst nach \r\n\r\n{}\r\n\r\nkopiert oder "
+                  "verschoben werden",
+                  sourceId, targetId),
+      run::Icon::Stop);
+}
+
 std::string KeepDirectoryName(run::Run& run, std::string_view sourceId, std::string_view targetId) {
   const std::string source = StripBackslash(NormalizePath(sourceId));
   const std::string_view name = FileNameOf(source);
@@ -104,12 +113,7 @@ void ArchiveCopy::CopyArchiveTree(store::DvArchive& source, const store::DvArchi
                                   store::DvArchive& target, SameNames& names) {
   if (operation_.run.CheckCancel()) return;
   if (IsRecursiveCopy(source.ID(), target.ID())) {
-    operation_.run.frontEnd().prompts.Message(
-        "Rekursive Kopie",
-        fmt::format("{}\r\n\r\nkann nicht auf oder in sich selbst nach \r\n\r\n{}\r\n\r\nkopiert oder "
-                    "verschoben werden",
-                    source.ID(), target.ID()),
-        run::Icon::Stop);
+    TellRecursiveCopy(operation_.run, source.ID(), target.ID());
     return;
   }
   if (source.IsShortCut() && !options_.EnLinkedArcs) {

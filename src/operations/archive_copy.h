@@ -36,6 +36,9 @@ void RunStoreCopy(const Operation& operation, const StoreCopyOptions& options,
 // below it, without regard to case.
 bool IsRecursiveCopy(std::string_view sourceId, std::string_view targetId);
 
+// The box that tells of it.
+void TellRecursiveCopy(run::Run& run, std::string_view sourceId, std::string_view targetId);
+
 // What asks the store for the source's directory name: the name in braces. "" when the target's directory
 // holds a folder of that name already, which the user is told.
 std::string KeepDirectoryName(run::Run& run, std::string_view sourceId, std::string_view targetId);

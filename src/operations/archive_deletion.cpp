@@ -15,13 +15,6 @@ using Object = store::Selection::Object;
 
 constexpr std::string_view Verb = "Löschen ";
 
-void TellErrors(run::Run& run) {
-  if (run.counters.Errors == 0 || run.BatchMode) return;
-  run.frontEnd().prompts.Message(
-      "Beendet", fmt::format("mit {} Fehler(n) (siehe Fehlerprotokoll) gelöscht", run.counters.Errors),
-      run::Icon::Exclamation);
-}
-
 }  // namespace
 
 void RunStoreDelete(const Operation& operation, const StoreDeleteOptions& options,
@@ -50,7 +43,7 @@ void RunStoreDelete(const Operation& operation, const StoreDeleteOptions& option
   }
   CommitStore(operation);
   run.frontEnd().progress.Close();
-  TellErrors(run);
+  TellDeletionErrors(run);
 }
 
 void ArchiveDeletion::DeleteMessage(store::DvArchive& archive, store::EntryKey key) {

@@ -20,6 +20,13 @@ void LogStoreFailure(run::Run& run, std::string_view path, std::string_view verb
   run.LogError(path, error.Number, fmt::format("DvISE-Error {}{}", verb, error.Text), run::Severity::Error);
 }
 
+void TellDeletionErrors(run::Run& run) {
+  if (run.counters.Errors == 0 || run.BatchMode) return;
+  run.frontEnd().prompts.Message(
+      "Beendet", fmt::format("mit {} Fehler(n) (siehe Fehlerprotokoll) gelöscht", run.counters.Errors),
+      run::Icon::Exclamation);
+}
+
 void CommitStore(const Operation& operation) {
   const Status committed = operation.session.Account->Commit();
   if (!committed) LogStoreFailure(operation.run, operation.session.ServerName, "", committed.error());

@@ -29,6 +29,9 @@ struct Operation {
 // A failure of the store: the path, the number, "DvISE-Error " + verb + the error's text.
 void LogStoreFailure(run::Run& run, std::string_view path, std::string_view verb, const Error& error);
 
+// The box that ends a deletion in which something failed; none in an unattended run.
+void TellDeletionErrors(run::Run& run);
+
 // Commits what is pending in the store; a failure is logged.
 void CommitStore(const Operation& operation);
 
