@@ -4,7 +4,6 @@
 
 #include "operations_fixture.h"
 #include "store/errors.h"
-#include "store/vocabulary.h"
 
 namespace velmora::operations {
 namespace {
@@ -19,11 +18,13 @@ class ArchiveCopyTest : public OperationsFixture {
     old_ = Create(*post_, "Alt");
     Deliver(*old_, "fünf");
   }
-  void Run(std::vector<Object> objects) { RunStoreCopy(Context(), options_, {root_, std::move(objects)}, target_); }
+  void Run(std::vector<Object> objects) {
+    RunStoreCopy(Context(), options_, {root_, std::move(objects)}, target_);
+  }
   void RunOnSource() { Run({Mark(*source_)}); }
 
   StoreCopyOptions options_;
-  Archive post_, old_;
+  ArchivePointer post_, old_;
 };
 
 TEST_F(ArchiveCopyTest, TreeArrivesWithItsEntries) {
@@ -96,14 +97,15 @@ TEST_F(ArchiveCopyTest, WhatTheFilterHidesIsNotTouched) {
 
 TEST_F(ArchiveCopyTest, OntoOrBelowItselfShowsRecursiveCopyWhateverTheOptions) {
   FillSource();
-  for (const Archive& target : {source_, post_, old_}) {
+  for (const ArchivePointer& target : {source_, post_, old_}) {
     for (const bool on : {false, true}) {
       options_ = {on ? CopyMode::Move : CopyMode::Copy, on, on, on, on, on, on, on};
       frontEnd_.Boxes.clear();
       RunStoreCopy(Context(), options_, {root_, {Mark(*source_)}}, target);
       ASSERT_EQ(frontEnd_.Boxes.size(), 2U);
       EXPECT_EQ(frontEnd_.Boxes[0].Title, "Rekursive Kopie");
-      EXPECT_EQ(frontEnd_.Boxes[0].Text, source_->ID() + "\r\n\r\nkann nicht auf oder in sich selbst nach \r\n\r\n" +
+      EXPECT_EQ(frontEnd_.Boxes[0].Text, source_->ID() +
+                                             "\r\n\r\nkann nicht auf oder in sich selbst nach \r\n\r\n" +
                                              target->ID() + "\r\n\r\nkopiert oder verschoben werden");
       EXPECT_EQ(run_.counters.Archives, 0);
     }
@@ -210,7 +212,7 @@ TEST_F(ArchiveCopyTest, BracesInANameStayInIt) {
 TEST_F(ArchiveCopyTest, OnlyTheTreeWithItsPropertiesAndNoMessage) {
   FillSource();
   ASSERT_TRUE(post_->SetHidden(true));
-  ASSERT_TRUE(post_->SetDisplayType(store::DvDisplayAsAddress));
+  ASSERT_TRUE(post_->SetDisplayType(5));
   ASSERT_TRUE(post_->Update());
   WriteFile(*post_, "archive.ini", "ini");
   WriteFile(*post_, "access.ini", "access");
@@ -222,7 +224,7 @@ TEST_F(ArchiveCopyTest, OnlyTheTreeWithItsPropertiesAndNoMessage) {
   const auto copy = Open("/Archive/Ziel/Quelle/Post");
   EXPECT_EQ(Subjects(*copy), List{});
   EXPECT_TRUE(*copy->Hidden());
-  EXPECT_EQ(*copy->DisplayType(), store::DvDisplayAsAddress);
+  EXPECT_EQ(*copy->DisplayType(), 5);
   EXPECT_EQ(ReadFile(*copy, "archive.ini") + ReadFile(*copy, "access.ini") + ReadFile(*copy, "archive.srt") +
                 ReadFile(*copy, "public.wav"),
             "iniaccesssrtwav");
@@ -367,7 +369,8 @@ TEST_F(ArchiveCopyTest, FailuresAreLoggedForAdministratorsAndCountedForAll) {
   Deliver(*source_, "eins");
   ASSERT_TRUE(session_.Account->Commit());
   std::filesystem::remove(std::filesystem::path(*fileSystem_->HostPath(source_->ID())) / "00000001.001");
-  std::filesystem::create_directory(std::filesystem::path(*fileSystem_->HostPath(source_->ID())) / "00000001.001");
+  std::filesystem::create_directory(std::filesystem::path(*fileSystem_->HostPath(source_->ID())) /
+                                    "00000001.001");
   RunOnSource();
   const auto errors = run_.counters.Errors;
   const auto log = Log();

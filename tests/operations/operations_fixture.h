@@ -21,7 +21,7 @@
 namespace velmora::operations {
 
 using List = std::vector<std::string>;
-using Archive = std::shared_ptr<store::DvArchive>;
+using ArchivePointer = std::shared_ptr<store::DvArchive>;
 
 class OperationsFixture : public store::embedded::StoreFixture {
  protected:
@@ -38,7 +38,7 @@ class OperationsFixture : public store::embedded::StoreFixture {
     session_.Trustees = session_.ServerTrustees = session_.Account->User().Trustees();
   }
 
-  Archive Open(std::string_view path) { return StoreFixture::Archive(*session_.Account, path); }
+  ArchivePointer Open(std::string_view path) { return StoreFixture::Archive(*session_.Account, path); }
   bool Exists(std::string_view path) { return session_.Account->GetArchive(path).has_value(); }
 
   // --- Content. ---
@@ -85,9 +85,10 @@ class OperationsFixture : public store::embedded::StoreFixture {
   List Damage() {
     EXPECT_TRUE(session_.Account->Commit());
     List texts;
-    store::embedded::CheckStore(*fileSystem_, "BUERO", [&](const store::embedded::StoreFinding& finding) {
-      if (!finding.IsNote) texts.push_back(finding.Path + ": " + finding.Text);
-    });
+    store::embedded::CheckStore(*fileSystem_, clock_, location_,
+                                [&](const store::embedded::StoreFinding& finding) {
+                                  if (!finding.IsNote) texts.push_back(finding.Subject + ": " + finding.Text);
+                                });
     return texts;
   }
 
@@ -105,7 +106,7 @@ class OperationsFixture : public store::embedded::StoreFixture {
   run::Run run_{*fileSystem_, clock_, frontEnd_.Set(), logs_};
   store::Session session_;
   EntryScope scope_;
-  Archive root_, source_, target_;
+  ArchivePointer root_, source_, target_;
 };
 
 }  // namespace velmora::operations
