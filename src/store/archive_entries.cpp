@@ -164,24 +164,6 @@ bool Lists(DvArchive& parent, const std::string& key) {
   return false;
 }
 
-// Which of the records are no short-cuts: only the store knows, and it lists them in the same order. Nothing
-// when the two do not fit.
-std::optional<std::vector<NumberedRecord>> WithoutShortCuts(const std::vector<NumberedRecord>& records,
-                                                            DvArchive& parent, const std::string& key) {
-  const auto subArchives = parent.SubArchives();
-  if (!subArchives) return std::nullopt;
-  std::vector<NumberedRecord> own;
-  std::size_t next = 0;
-  for (const auto& sub : *subArchives) {
-    if (ArchiveKey(sub->ID()) != key) continue;
-    if (next == records.size()) return std::nullopt;
-    if (!sub->IsShortCut()) own.push_back(records[next]);
-    ++next;
-  }
-  if (next != records.size()) return std::nullopt;
-  return own;
-}
-
 }  // namespace
 
 Result<NumberedRecord> FindEntryRecord(platform::FileSystem& fileSystem, const EntryPlace& entry) {
@@ -300,25 +282,46 @@ Result<std::shared_ptr<DvArchive>> FindParentArchive(DvAccount& account, DvArchi
               fmt::format("Das Archiv {} steht in keiner Archivliste", archive.FullPath()));
 }
 
+Result<std::vector<ListedEntry>> ReadListedEntries(platform::FileSystem& fileSystem, DvArchive& parent) {
+  const std::string directory = parent.ID();
+  // While the lock is held, the file and the store, which reads under a shared lock too, say the same.
+  const auto lock = ArchiveLock::Acquire(fileSystem, NormalizePath(directory), ArchiveLock::Mode::Shared);
+  if (!lock) return Fail(lock.error());
+  const auto content = ReadArchiveList(fileSystem, directory);
+  if (!content) return Fail(content.error());
+  auto subArchives = parent.SubArchives();
+  if (!subArchives) return Fail(subArchives.error());
+
+  std::vector<ListedEntry> entries;
+  entries.reserve(subArchives->size());
+  std::size_t number = 0;
+  const std::size_t count = CountRecords(*content);
+  for (auto& sub : *subArchives) {
+    const std::string key = ArchiveKey(sub->ID());
+    // Records that stand for nothing are passed over by the store, too.
+    std::optional<DirRecord> record;
+    while (!record && number < count) {
+      record = RecordAt(*content, ++number);
+      const auto path = record->Path();
+      if (!path || ArchiveKey(*path) != key) record.reset();
+    }
+    if (!record)
+      return Fail(store_error::Busy, fmt::format("Die Archivliste in {} wird gerade geändert", directory));
+    entries.push_back({{static_cast<int>(number), *record}, std::move(sub)});
+  }
+  return entries;
+}
+
 Result<std::vector<NumberedRecord>> FindChildRecords(platform::FileSystem& fileSystem, DvArchive& parent,
                                                      std::string_view childId) {
-  constexpr int Attempts = 5;
-  const std::string key = ArchiveKey(childId), parentId = parent.ID();
-  for (int attempt = 0; attempt < Attempts; ++attempt) {
-    const auto lock = ArchiveLock::Acquire(fileSystem, NormalizePath(parentId), ArchiveLock::Mode::Shared);
-    if (!lock) return Fail(lock.error());
-    const auto content = ReadArchiveList(fileSystem, parentId);
-    if (!content) return Fail(content.error());
-    std::vector<NumberedRecord> records;
-    for (std::size_t number = 1; number <= CountRecords(*content); ++number) {
-      const DirRecord record = *RecordAt(*content, number);
-      const auto path = record.Path();
-      if (path && ArchiveKey(*path) == key) records.push_back({static_cast<int>(number), record});
-    }
-    // A shared lock beside another one: what the store reads meanwhile is the same list.
-    if (auto own = WithoutShortCuts(records, parent, key)) return std::move(*own);
-  }
-  return Fail(store_error::Busy, fmt::format("Die Archivliste in {} wird gerade geändert", parentId));
+  const auto entries = ReadListedEntries(fileSystem, parent);
+  if (!entries) return Fail(entries.error());
+  const std::string key = ArchiveKey(childId);
+  std::vector<NumberedRecord> records;
+  for (const ListedEntry& entry : *entries)
+    if (!entry.Archive->IsShortCut() && ArchiveKey(entry.Archive->ID()) == key)
+      records.push_back(entry.Record);
+  return records;
 }
 
 Result<std::vector<NumberedRecord>> FindArchiveRecords(platform::FileSystem& fileSystem, DvAccount& account,

@@ -78,8 +78,17 @@ Status RepairArchiveDirRecord(run::Run& run, const EntryPlace& source, const Ent
 // one whose directory lies around it. NotFound for the root and for what no list names.
 Result<std::shared_ptr<DvArchive>> FindParentArchive(DvAccount& account, DvArchive& archive);
 
+// An entry of a list with its record.
+struct ListedEntry {
+  NumberedRecord Record;
+  std::shared_ptr<DvArchive> Archive;
+};
+// All entries of `parent` that the store lists, in record order. Only the store knows which records are
+// short-cuts. Reads the list once. store_error::Busy when the store sees another list than the file holds.
+Result<std::vector<ListedEntry>> ReadListedEntries(platform::FileSystem& fileSystem, DvArchive& parent);
+
 // The records in the list of `parent` that stand for the archive with this ID, in record order; short-cuts
-// to it are none of them. store_error::Busy when others keep changing the list.
+// to it are none of them.
 Result<std::vector<NumberedRecord>> FindChildRecords(platform::FileSystem& fileSystem, DvArchive& parent,
                                                      std::string_view childId);
 // The records that stand for an archive in its parent's list: one in a sound tree.

@@ -108,6 +108,18 @@ ArchiveLock::~ArchiveLock() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
+DirectoryState LookForDirectory(platform::FileSystem& fileSystem, std::string_view directory) {
+  std::string place = StripBackslash(NormalizePath(directory));
+  if (fileSystem.FolderExists(place)) return DirectoryState::There;
+  while (true) {
+    std::string above = StripBackslash(DirectoryOf(place));
+    if (above.empty() || above.size() >= place.size() || above == "\\") return DirectoryState::Unknown;
+    place = std::move(above);
+    if (fileSystem.FolderExists(place))
+      return MaySearch(fileSystem, place) ? DirectoryState::Gone : DirectoryState::Unknown;
+  }
+}
+
 bool IsListInterrupted(platform::FileSystem& fileSystem, std::string_view directory) {
   const std::string place = NormalizePath(directory);
   return fileSystem.FileExists(JoinPath(place, archive_file::Work)) &&

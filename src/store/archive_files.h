@@ -41,6 +41,13 @@ class ArchiveLock {
   int descriptor_;
 };
 
+enum class DirectoryState {
+  There,
+  Gone,     // the directory around it can be looked into and does not have it
+  Unknown,  // on a share that nobody maps, or below what may not be looked into
+};
+DirectoryState LookForDirectory(platform::FileSystem& fileSystem, std::string_view directory);
+
 // No sound file of records is longer; one beyond it is not read into memory.
 inline constexpr std::int64_t LongestRecordFile = std::int64_t{200'000} * 430;
 
