@@ -26,8 +26,8 @@ bool IsIn(char32_t character, const CharacterRange& range) {
 
 }  // namespace
 
-std::string DisplayText(std::string_view text) {
-  const auto head = LeftCharacters(text, LongestShownText);
+std::string DisplayText(std::string_view text, std::size_t longest) {
+  const auto head = LeftCharacters(text, longest);
   std::string shown = BlankControlCharacters(MakeValidUtf8(head));
   if (head.size() < text.size()) shown += "…";
   if (AsciiPrefix(shown) == shown.size()) return shown;

@@ -13,6 +13,6 @@ inline constexpr std::size_t LongestShownText = 1000;
 
 // Control characters and line separators as blanks, characters that turn the direction of writing as
 // "[U+202E]", bytes that are no UTF-8 as U+FFFD. What is stored stays as it is.
-std::string DisplayText(std::string_view text);
+std::string DisplayText(std::string_view text, std::size_t longest = LongestShownText);
 
 }  // namespace velmora::panes

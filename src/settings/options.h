@@ -26,6 +26,9 @@ struct Options {
   std::int32_t VwWidth = 5800, VwHeight = 5535, VwTop = 2040, VwlLeft = 90, VwrLeft = 5970;
   std::int32_t DnWidth = 11655, DnTop = 7680;
   std::int32_t LastActiveView = 0;
+  // Widths of columns, in twips and joined by ","; an empty place is for the program to decide.
+  std::string LZEBColumnWidths, RZEBColumnWidths, FSColumnWidths;
+  std::string LZEBRoutingColumnWidths, RZEBRoutingColumnWidths;
   bool EnableBalloonTips = true;
   bool DisplayLZEBArchiveFullPath = true, DisplayRZEBArchiveFullPath = true;
   bool DisplayFolderShareName = false;

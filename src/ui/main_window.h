@@ -54,6 +54,7 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
+  bool event(QEvent* event) override;
  private:
   bool Breathe() override;  // while a list is filled
 

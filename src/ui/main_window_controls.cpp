@@ -57,7 +57,8 @@ void MainWindow::MakePanes() {
   };
   const auto make = [this](const PaneWidget::Names& names, PaneView view,
                            std::function<std::string()> place) {
-    auto* const widget = new PaneWidget(names, twoPanes_.Of(view), std::move(place), icons_, *bars_);
+    auto* const widget = new PaneWidget(names, twoPanes_.Of(view), ColumnWidths(context_.options, view),
+                                        std::move(place), icons_, *bars_);
     widgets_[static_cast<std::size_t>(view)] = widget;
     Connect(*widget, view);
     return widget;

@@ -91,6 +91,16 @@ bool MainWindow::Breathe() {
 }
 
 void MainWindow::ChooseDrive(const std::string& drive) { EnterPath(PaneView::RFSView, ToQt(drive + "\\")); }
+bool MainWindow::event(QEvent* event) {
+  // A box of a command that has changed a list stands before the list as it now is.
+  if (event->type() == QEvent::WindowBlocked && !isUnloaded_) {
+    for (PaneWidget* const widget : widgets_) {
+      if (widget != nullptr && widget->IsStale()) widget->Sync();
+    }
+  }
+  return QMainWindow::event(event);
+}
+
 
 void MainWindow::EnterPath(PaneView view, const QString& path) {
   if (busy_.IsBusy() || isUnloaded_) return;

@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "html/converters.h"
+#include "panes/display_text.h"
 #include "store/item_properties.h"
 #include "store/vocabulary.h"
 
@@ -18,6 +19,7 @@ using store::DvItemView;
 
 constexpr std::string_view PartScheme = "velmora-part:";
 constexpr std::string_view CutText = "Die Nachricht ist zu lang, um ganz angezeigt zu werden.";
+constexpr std::string_view BrokenText = "Sehr lange Zeilen sind für die Anzeige umgebrochen.";
 constexpr std::string_view DeepText =
     "Der HTML-Text ist zu tief verschachtelt, um formatiert angezeigt zu werden.";
 constexpr std::string_view LongHtmlText =
@@ -29,10 +31,10 @@ constexpr auto ExecutableExtensions = std::to_array<std::string_view>(
      "js",       "jse",  "lnk", "msi", "out", "pif",     "pl",  "ps1",     "py",  "rb",  "reg", "run",
      "scf",      "scr",  "sh",  "so",  "url", "vb",      "vbe", "vbs",     "ws",  "wsf", "wsh", "zsh"});
 
+std::string HeaderText(std::string_view text) { return panes::DisplayText(text, ShownHeaderCharacters); }
+
 // A value of the store as text; what cannot be read is empty.
-std::string TextOf(const Result<std::string>& text) {
-  return text ? BlankControlCharacters(MakeValidUtf8(*text)) : std::string();
-}
+std::string TextOf(const Result<std::string>& text) { return text ? HeaderText(*text) : std::string(); }
 
 std::string FieldTextOf(DvItem& item, store::FieldTag tag) {
   const auto value = item.Fields().Get(tag);
@@ -55,21 +57,45 @@ std::string RecipientsOf(const Result<std::vector<store::DvRecipient>>& recipien
     }
     shown.push_back(RecipientOf(recipient));
   }
-  return BlankControlCharacters(MakeValidUtf8(Join(shown, "; ")));
+  return HeaderText(Join(shown, "; "));
 }
 
 void AddLine(MessageContent& content, std::string_view label, std::string value) {
   if (!value.empty()) content.Header.push_back({std::string(label), std::move(value)});
 }
 
-// At most `limit` bytes, cut before a character.
+// The last place at or before `at` that does not stand within a character.
+std::size_t CharacterStart(std::string_view text, std::size_t at) {
+  while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) --at;
+  return at;
+}
+
+// Valid UTF-8 with line ends after at most ShownLineBytes.
+std::string BreakLongLines(std::string text, MessageContent& content) {
+  std::string broken;
+  std::size_t done = 0;
+  for (std::size_t line = 0; line < text.size();) {
+    const std::size_t end = std::min(text.find('\n', line), text.size());
+    if (end - line <= ShownLineBytes) {
+      line = end + 1;
+      continue;
+    }
+    line = CharacterStart(text, line + ShownLineBytes);
+    broken.append(text, done, line - done).push_back('\n');
+    done = line;
+  }
+  if (done == 0) return text;
+  if (content.Notice.empty()) content.Notice = BrokenText;
+  return broken.append(text, done);
+}
+
+// At most `limit` bytes, in lines that can be laid out.
 std::string Shortened(std::string text, std::size_t limit, MessageContent& content) {
   if (text.size() > limit) {
-    while (limit > 0 && (static_cast<unsigned char>(text[limit]) & 0xC0U) == 0x80U) --limit;
-    text.resize(limit);
+    text.resize(CharacterStart(text, limit));
     content.Notice = CutText;
   }
-  return MakeValidUtf8(text);
+  return BreakLongLines(MakeValidUtf8(text), content);
 }
 
 void ReadHeader(store::DvMessageItem& message, MessageContent& content) {
@@ -82,14 +108,13 @@ void ReadHeader(store::DvMessageItem& message, MessageContent& content) {
   if (to.empty()) to = TextOf(message.RecipientText());
   if (to.empty()) to = FieldTextOf(item, store::tag::RecipientAddress);
   const auto date = message.Date();
-  AddLine(content, "Von:", BlankControlCharacters(MakeValidUtf8(from)));
+  AddLine(content, "Von:", HeaderText(from));
   AddLine(content, "An:", std::move(to));
   AddLine(content, "Kopie:", RecipientsOf(message.Cc()));
   AddLine(content, "Blindkopie:", RecipientsOf(message.Bcc()));
   AddLine(content, "Datum:", date && !date->IsNull() ? FormatDateTime(*date) : std::string());
   AddLine(content, "Betreff:", content.Title);
-  AddLine(content,
-          "Kommentar:", BlankControlCharacters(MakeValidUtf8(FieldTextOf(item, store::tag::Comment))));
+  AddLine(content, "Kommentar:", HeaderText(FieldTextOf(item, store::tag::Comment)));
 }
 
 void ReadAttachments(DvItem& item, MessageContent& content) {
@@ -111,6 +136,7 @@ void ReadMailBody(store::DvMailItem& mail, MessageContent& content) {
   if (html.empty()) return;
   if (html.size() <= ShownHtmlBytes && TableDepth(html) <= ShownTableDepth) {
     content.Kind = ContentKind::Html;
+    content.Notice.clear();  // it was about the text, which is not shown
     // The store's references are paths, which no toolkit takes for the same thing.
     const std::string location = FieldTextOf(mail.Item(), store::tag::Location);
     content.Html = MakeValidUtf8(location.empty() ? html : ReplaceAll(html, location + ".$", PartScheme));
@@ -119,7 +145,7 @@ void ReadMailBody(store::DvMailItem& mail, MessageContent& content) {
   content.Notice = html.size() > ShownHtmlBytes ? LongHtmlText : DeepText;
   if (content.Text.empty()) {
     html.resize(std::min(html.size(), ShownHtmlBytes));
-    content.Text = MakeValidUtf8(html::HtmlToText(html));
+    content.Text = BreakLongLines(MakeValidUtf8(html::HtmlToText(html)), content);
   }
 }
 
@@ -139,10 +165,10 @@ void ReadProperties(View& view, const Table& table, MessageContent& content) {
       if (!content.Text.empty()) content.Text += "\n\n";
       content.Text += Shortened(std::move(text), ShownBodyBytes, content);
     } else {
-      AddLine(content, fmt::format("{}:", property.Label), MakeValidUtf8(text));
+      AddLine(content, fmt::format("{}:", property.Label), HeaderText(text));
     }
   }
-  content.Title = MakeValidUtf8(FieldTextOf(view.Item(), store::tag::Subject));
+  content.Title = HeaderText(FieldTextOf(view.Item(), store::tag::Subject));
 }
 
 }  // namespace

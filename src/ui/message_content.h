@@ -18,6 +18,9 @@ namespace velmora::ui {
 inline constexpr std::size_t ShownHtmlBytes = std::size_t{2} << 20;
 inline constexpr std::size_t ShownBodyBytes = std::size_t{8} << 20;
 inline constexpr std::size_t ShownRecipients = 100;
+inline constexpr std::size_t ShownHeaderCharacters = 10'000;  // of one line of the header
+// A line without an end is laid out as a whole, which takes minutes: it is broken after so many bytes.
+inline constexpr std::size_t ShownLineBytes = 4000;
 // Tables within tables beyond this are laid out by recursion that no stack holds; such a mail is shown as
 // text.
 inline constexpr int ShownTableDepth = 40;

@@ -16,6 +16,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "panes/display_text.h"
 #include "platform/make_folders.h"
 #include "ui/fax_view.h"
 #include "ui/html_view.h"
@@ -185,7 +186,7 @@ QWidget* MessageViewer::MakeAttachments() {
   attachments_->setUniformItemSizes(true);
   for (const ContentAttachment& attachment : content_.Attachments) {
     const std::string caption =
-        fmt::format("{}  ({}){}", BlankControlCharacters(attachment.Name), SizeText(attachment.Size),
+        fmt::format("{}  ({}){}", panes::DisplayText(attachment.Name), SizeText(attachment.Size),
                     attachment.IsInline ? "  – Teil des Textes" : "");
     attachments_->addItem(ToQt(caption));
   }

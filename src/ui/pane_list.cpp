@@ -38,8 +38,9 @@ QStringList LocalFiles(const QMimeData* data) {
 
 }  // namespace
 
-PaneList::PaneList(PaneModel& model, const QString& name, const QString& accessibleName, QWidget* parent)
-    : QTreeView(parent), model_(model) {
+PaneList::PaneList(PaneModel& model, ColumnWidths widths, const QString& name, const QString& accessibleName,
+                   QWidget* parent)
+    : QTreeView(parent), model_(model), widths_(widths) {
   setObjectName(name);
   setAccessibleName(accessibleName);
   setModel(&model);
@@ -62,14 +63,15 @@ PaneList::PaneList(PaneModel& model, const QString& name, const QString& accessi
           [this](int column) { ClickedHeader(static_cast<std::size_t>(column)); });
   connect(header(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
     // The last one takes what is left.
-    if (!settingWidths_ && !syncing_ && column + 1 < header()->count()) widths_[columnSet_][column] = width;
+    if (settingWidths_ || syncing_ || column + 1 >= header()->count()) return;
+    widths_.Set(model_.Pane().Columns(), static_cast<std::size_t>(column), width);
   });
 }
 
 void PaneList::Sync() {
   syncing_ = true;
   (void)model_.Sync();  // a marker may have changed without a change of the rows
-  columnSet_ = model_.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString();
+  hasSynced_ = true;
   TakeWidths();
   ShowSortMarker();
   syncing_ = false;
@@ -78,16 +80,16 @@ void PaneList::Sync() {
 
 void PaneList::TakeWidths() {
   settingWidths_ = true;
-  const QMap<int, int> widths = widths_.value(columnSet_);
   for (int column = 0; column < model_.columnCount(); ++column) {
-    header()->resizeSection(column, widths.contains(column) ? widths[column] : DefaultWidth(column));
+    const auto kept = widths_.Get(model_.Pane().Columns(), static_cast<std::size_t>(column));
+    header()->resizeSection(column, kept.value_or(DefaultWidth(column)));
   }
   settingWidths_ = false;
 }
 
 void PaneList::resizeEvent(QResizeEvent* event) {
   QTreeView::resizeEvent(event);
-  if (!columnSet_.isEmpty()) TakeWidths();
+  if (hasSynced_) TakeWidths();
 }
 
 // The name gets what the date leaves, so that both are seen without scrolling; in the file view the size too.

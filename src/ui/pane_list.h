@@ -1,20 +1,20 @@
-// The list of a pane: keys go to the program first, "[..]" is never selected, widths of columns are kept for
-// each set of columns.
+// The list of a pane: keys go to the program first, "[..]" is never selected, widths of columns are kept.
 #pragma once
 
 #include <QElapsedTimer>
-#include <QMap>
 #include <QTreeView>
 #include <functional>
 
 #include "panes/commands/command_context.h"
+#include "ui/column_widths.h"
 #include "ui/pane_model.h"
 
 namespace velmora::ui {
 
 class PaneList final : public QTreeView {
  public:
-  PaneList(PaneModel& model, const QString& name, const QString& accessibleName, QWidget* parent = nullptr);
+  PaneList(PaneModel& model, ColumnWidths widths, const QString& name, const QString& accessibleName,
+           QWidget* parent = nullptr);
 
   // What the window does; each must be set.
   std::function<bool(QKeyEvent&)> HandleKey;    // true: the key is done with
@@ -63,11 +63,10 @@ class PaneList final : public QTreeView {
   void Notify();
 
   PaneModel& model_;
-  QString columnSet_;                     // the first caption: what the present widths belong to
-  QMap<QString, QMap<int, int>> widths_;  // what a person has changed: column to width
+  ColumnWidths widths_;
   QString typed_;
   QElapsedTimer sinceTyped_;
-  bool syncing_ = false, settingWidths_ = false;
+  bool syncing_ = false, settingWidths_ = false, hasSynced_ = false;
   bool active_ = true;
 };
 

@@ -16,13 +16,14 @@ constexpr int Spacing = 3;
 
 }  // namespace
 
-PaneWidget::PaneWidget(const Names& names, panes::Pane& pane, std::function<std::string()> place,
-                       RowIcons& icons, CommandBars& commands, QWidget* parent)
+PaneWidget::PaneWidget(const Names& names, panes::Pane& pane, ColumnWidths widths,
+                       std::function<std::string()> place, RowIcons& icons, CommandBars& commands,
+                       QWidget* parent)
     : QWidget(parent),
       pane_(pane),
       place_(std::move(place)),
       model_(new PaneModel(pane, icons, this)),
-      view_(new PaneList(*model_, names.View, names.AccessibleView)),
+      view_(new PaneList(*model_, widths, names.View, names.AccessibleView)),
       path_(new PathField(names.Path, names.AccessiblePath)),
       bar_(new QToolBar),
       pathRow_(new QWidget) {

@@ -23,8 +23,8 @@ class PaneWidget final : public QWidget {
     panes::Place Bar;
   };
   // `place` tells where the pane is, so that the cursor stays while it stays there.
-  PaneWidget(const Names& names, panes::Pane& pane, std::function<std::string()> place, RowIcons& icons,
-             CommandBars& commands, QWidget* parent = nullptr);
+  PaneWidget(const Names& names, panes::Pane& pane, ColumnWidths widths, std::function<std::string()> place,
+             RowIcons& icons, CommandBars& commands, QWidget* parent = nullptr);
 
   PaneList& View() { return *view_; }
   PathField& Path() { return *path_; }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "ui/message_content.h"
 #include "ui_fixture.h"
 
@@ -69,8 +70,43 @@ TEST_F(MessageContentStoreTest, ABodyOfFiftyMebibytesIsCutAndSaidSo) {
   const MessageContent content =
       Content(Head("text/plain; charset=utf-8") + std::string(std::size_t{50} << 20, 'x') + "\r\n");
   EXPECT_EQ(content.Kind, ContentKind::Text);
-  EXPECT_LE(content.Text.size(), ShownBodyBytes);
+  EXPECT_LE(content.Text.size(), ShownBodyBytes + ShownBodyBytes / ShownLineBytes);
   EXPECT_NE(content.Notice.find("zu lang"), std::string::npos);
+}
+
+// The toolkit lays out a line as a whole: one of megabytes would stop the window for minutes.
+TEST_F(MessageContentStoreTest, ALineWithoutAnEndIsBrokenBetweenCharacters) {
+  std::string line;
+  for (std::size_t i = 0; i < ShownLineBytes; ++i) line += "ä€";
+  const MessageContent content =
+      Content(Head("text/plain; charset=utf-8") + "kurz\r\n" + line + "\r\nkurz\r\n");
+  std::string joined;
+  for (const std::string& shown : Split(content.Text, "\n")) {
+    EXPECT_LE(shown.size(), ShownLineBytes + 1);
+    EXPECT_TRUE(IsValidUtf8(shown));
+    joined += shown;
+  }
+  EXPECT_EQ(joined.substr(0, 5 + line.size()), "kurz\r" + line);
+  EXPECT_NE(content.Notice.find("umgebrochen"), std::string::npos);
+}
+
+TEST_F(MessageContentStoreTest, NothingInAHeaderTurnsTheDirectionOfWriting) {
+  const MessageContent content = Content(
+      "From: \"a\xE2\x80\xAE\" <max@example.org>\r\nTo: anna@example.org\r\n"
+      "Subject: Bild \xE2\x80\xAEgpj.exe\r\nDate: Tue, 3 Mar 2026 10:00:00 +0100\r\n\r\nText\r\n");
+  EXPECT_EQ(content.Title, "Bild [U+202E]gpj.exe");
+  for (const ContentLine& line : content.Header) {
+    EXPECT_EQ(line.Value.find("\xE2\x80\xAE"), std::string::npos) << line.Label;
+  }
+}
+
+// The text beside it may have been cut, which is nothing to who reads the HTML.
+TEST_F(MessageContentStoreTest, AShortHtmlBodyBesideALongTextHasNoNotice) {
+  const std::string parts = "--b\r\nContent-Type: text/plain\r\n\r\n" + std::string(3 * ShownLineBytes, 'x') +
+                            "\r\n--b\r\nContent-Type: text/html\r\n\r\n<p>kurz</p>\r\n--b--\r\n";
+  const MessageContent content = Content(Head("multipart/alternative; boundary=b") + parts);
+  EXPECT_EQ(content.Kind, ContentKind::Html);
+  EXPECT_EQ(content.Notice, "");
 }
 
 TEST_F(MessageContentStoreTest, ALongHtmlBodyIsShownAsText) {

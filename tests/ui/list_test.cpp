@@ -64,7 +64,8 @@ class ListTest : public testing::Test {
   RowIcons icons{*files};
   ManyRows pane{Rows};
   PaneModel model{pane, icons};
-  PaneList list{model, "LZEBView", "Liste"};
+  settings::Options options;
+  PaneList list{model, ColumnWidths(options, panes::PaneView::LZEBView), "LZEBView", "Liste"};
 };
 
 TEST_F(ListTest, OnlyRowsThatAreSeenAreRead) {

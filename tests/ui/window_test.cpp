@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
+#include <QSplitter>
 #include <QToolButton>
 
 #include "panes/commands/key_table.h"
@@ -264,6 +266,75 @@ TEST_F(WindowTest, WidthsOfColumnsAreKeptForEachView) {
   Left().header()->resizeSection(0, 123);
   PressKey(Left(), Qt::Key_R, Qt::ControlModifier);
   EXPECT_EQ(Left().header()->sectionSize(0), 123);
+}
+
+TEST_F(WindowTest, WidthsOfColumnsAreKeptOverTheEnd) {
+  OpenWindow();
+  Left().header()->resizeSection(0, 123);
+  Files().header()->resizeSection(1, 77);
+  startup::SaveSettings(context(), true);
+  window.reset();
+  OpenWindow();
+  EXPECT_EQ(Left().header()->sectionSize(0), 123);
+  EXPECT_EQ(Files().header()->sectionSize(1), 77);
+  EXPECT_NE(List(PaneView::RZEBView).header()->sectionSize(0), 123);
+}
+
+TEST_F(WindowTest, WhatTheSettingsHoldOfTheWindowIsKeptOverTheEnd) {
+  MainWindow& main = OpenWindow();
+  main.resize(700, 560);
+  Find<QSplitter>(main, "Splitter").setSizes({300, 390});
+  main.findChild<QAction*>("ZEBFSView")->trigger();
+  Left().ClickedHeader(1);
+  main.SetActiveView(PaneView::RZEBView);
+  Settle();
+  PressKey(List(PaneView::RZEBView), Qt::Key_R, Qt::ControlModifier);
+  const QList<int> panes = Find<QSplitter>(main, "Splitter").sizes();
+  startup::SaveSettings(context(), true);
+  window.reset();
+  MainWindow& again = OpenWindow();
+  EXPECT_EQ(again.size(), QSize(700, 560));
+  EXPECT_NEAR(Find<QSplitter>(again, "Splitter").sizes()[0], panes[0], 1);
+  EXPECT_FALSE(Files().isVisibleTo(&again));
+  EXPECT_EQ(&again.ActiveWidget(), &again.Widget(PaneView::RZEBView));
+  EXPECT_EQ(Left().header()->sortIndicatorSection(), 1);
+}
+
+// Whoever edits the file, or a disk that loses bytes: the window comes up all the same.
+TEST_F(WindowTest, SettingsThatMakeNoSenseFallBack) {
+  std::filesystem::create_directories(directory.HostPath("config"));
+  directory.WriteHostFile("config/settings.toml",
+                          "[Information]\nMajorVersion = 1\nMinorVersion = 0\n[GlobalSettings]\n"
+                          "ViewMode = \"quer\"\nFrmWidth = -1\nFrmHeight = 2147483647\nFrmTop = 9000000\n"
+                          "WindowsState = 17\nVwWidth = -400\nDnWidth = 3.5\nLastActiveView = 99\n"
+                          "LZEBColumnWidths = \"x,-7,99999999999,,\"\nFSColumnWidths = 12\n"
+                          "[Options]\nLZEBSortingMode = 4711\nFSSortingMode = -1\nSizeCheck = -5\n"
+                          "LZEBViewMode = 99\nDesignPath = 7\nLastUserRights = [1, 2]\n");
+  MainWindow& main = OpenWindow();
+  EXPECT_TRUE(main.isVisible());
+  const QRect screen = main.screen()->availableGeometry();
+  EXPECT_TRUE(screen.contains(main.geometry().topLeft()));
+  EXPECT_LE(main.width(), screen.width());
+  EXPECT_LE(main.height(), screen.height());
+  EXPECT_GE(RowOf(Left(), "System"), 0);
+  for (int column = 0; column + 1 < Left().model()->columnCount(); ++column) {
+    EXPECT_GT(Left().header()->sectionSize(column), 20) << column;
+    EXPECT_LT(Left().header()->sectionSize(column), 500) << column;
+  }
+  PutCursor(Left(), "System");
+  PressKey(Left(), Qt::Key_Return);
+  EXPECT_EQ(Cell(Left(), 0), "[..]");
+}
+
+TEST_F(WindowTest, ABoxStandsBeforeTheListsAsTheyAre) {
+  MainWindow& main = OpenWindow();
+  ASSERT_TRUE(main.Commands().Panes.Left().ShowArchive("/Archive/System"));
+  EXPECT_TRUE(main.Widget(PaneView::LZEBView).IsStale());
+  QDialog box(&main);
+  box.open();
+  Settle();
+  EXPECT_FALSE(main.Widget(PaneView::LZEBView).IsStale());
+  EXPECT_EQ(Cell(Left(), 0), "[..]");
 }
 
 TEST_F(WindowTest, TheGeometryGoesIntoTheSettings) {
