@@ -93,13 +93,13 @@ TEST_F(ArchiveDeletionTest, TreeWithALinkGoesAndTheTargetStays) {
 }
 
 TEST_F(ArchiveDeletionTest, FollowedLinkLosesWhatItLeadsTo) {
-  const auto other = Create(*root_, "Anderes");
+  const auto other = Create(*Create(*root_, "Fach"), "Anderes");
   Deliver(*other, "weg");
   AddLink(*post_, "Verweis", *other);
   options_.EnLinkedArcs = true;
   RunOnSource();
   EXPECT_FALSE(Exists("/Archive/Quelle"));
-  EXPECT_EQ(Subjects("/Archive/Anderes"), List{});
+  EXPECT_EQ(Subjects("/Archive/Fach/Anderes"), List{});
 }
 
 TEST_F(ArchiveDeletionTest, CircularLinkIsToldAndOkGoesOn) {
