@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include "base/code_page.h"
 #include "operations_fixture.h"
 
 namespace velmora::operations {
 namespace {
 
 using store::DvRuleData;
-using Names = std::vector<std::string>;
 
-class RuleCopyTest : public OperationsTest {
+class RuleCopyTest : public OperationsFixture {
  protected:
   RuleCopyTest() {
     auto common = Open("/Archive/Gemeinsam");
@@ -44,8 +44,8 @@ class RuleCopyTest : public OperationsTest {
       rules.push_back((*archive.Rules().Item(i))->Data());
     return rules;
   }
-  static Names NamesOf(store::DvArchive& archive) {
-    Names names;
+  static List NamesOf(store::DvArchive& archive) {
+    List names;
     for (const DvRuleData& rule : RulesOf(archive)) names.push_back(rule.Name);
     return names;
   }
@@ -56,15 +56,20 @@ class RuleCopyTest : public OperationsTest {
     return marked;
   }
   void Run(RuleCopyOptions options = {}) {
-    RunRuleCopy(operation, options, {source, Marked(*source)}, target);
+    RunRuleCopy(Context(), options, {source, Marked(*source)}, target);
+  }
+  // The entries of the log, without its first line.
+  std::string LogText() {
+    const std::string text = FromCodePage(Log());
+    return text.substr(text.find('\n') + 1);
   }
   // The targets of the only rule that arrived.
-  Names ArrivedTargets() {
+  List ArrivedTargets() {
     const auto rules = RulesOf(*target);
-    return rules.size() == 1 ? rules.front().Destinations : Names{"<keine Regel>"};
+    return rules.size() == 1 ? rules.front().Destinations : List{"<keine Regel>"};
   }
 
-  std::shared_ptr<store::DvArchive> source, target;
+  ArchivePointer source, target;
 };
 
 // --- What is copied. ---
@@ -97,7 +102,7 @@ TEST_F(RuleCopyTest, RouteOnlySubjectStaysAtItsDefaultOnPurpose) {
   rule.RouteOnlySubject = true;
   Put(*source, rule);
   Run();
-  ASSERT_EQ(NamesOf(*target), Names{"Nur Betreff"});
+  ASSERT_EQ(NamesOf(*target), List{"Nur Betreff"});
   EXPECT_EQ(RulesOf(*target).front().RouteOnlySubject, DvRuleData().RouteOnlySubject);
 }
 
@@ -121,13 +126,13 @@ TEST_F(RuleCopyTest, AConditionWithoutAFieldGetsTheDefaultField) {
 TEST_F(RuleCopyTest, RulesArriveInReversedOrder) {
   for (const char* name : {"A", "B", "C"}) Put(*source, Forwarding(name));
   Run();
-  EXPECT_EQ(NamesOf(*target), (Names{"C", "B", "A"}));
+  EXPECT_EQ(NamesOf(*target), (List{"C", "B", "A"}));
 }
 
 TEST_F(RuleCopyTest, MarksInAnyOrderAreTakenByTheirPositions) {
   for (const char* name : {"A", "B", "C", "D"}) Put(*source, Forwarding(name));
-  RunRuleCopy(operation, {}, {source, {{2, "C"}, {0, "A"}, {3, "D"}, {2, "C"}}}, target);
-  EXPECT_EQ(NamesOf(*target), (Names{"D", "C", "A"}));
+  RunRuleCopy(Context(), {}, {source, {{2, "C"}, {0, "A"}, {3, "D"}, {2, "C"}}}, target);
+  EXPECT_EQ(NamesOf(*target), (List{"D", "C", "A"}));
 }
 
 // --- Rules that distribute. ---
@@ -135,7 +140,7 @@ TEST_F(RuleCopyTest, MarksInAnyOrderAreTakenByTheirPositions) {
 TEST_F(RuleCopyTest, AForwardingRuleNeedsNoTarget) {
   Put(*source, Forwarding("Weiter"));
   Run();
-  EXPECT_EQ(NamesOf(*target), Names{"Weiter"});
+  EXPECT_EQ(NamesOf(*target), List{"Weiter"});
   EXPECT_TRUE(RulesOf(*target).front().Destinations.empty());
 }
 
@@ -144,12 +149,12 @@ TEST_F(RuleCopyTest, ADistributingRuleWithoutATargetIsLoggedAndLeavesNothing) {
   Put(*source, Distributing("Verloren", {"/Archive/Gemeinsam/Weg"}));
   Put(*source, Distributing("Gut", {"/Archive/Gemeinsam/Ablage"}));
   Run();
-  EXPECT_EQ(NamesOf(*target), Names{"Gut"});
+  EXPECT_EQ(NamesOf(*target), List{"Gut"});
   EXPECT_EQ(LogText(),
             " Fehler: 0 - Verloren -> Regel hat kein Zielarchiv und wird nicht kopiert\r\n"
             " Fehler: 0 - Leer -> Regel hat kein Zielarchiv und wird nicht kopiert\r\n");
-  EXPECT_EQ(run.counters.Rules, 3);
-  EXPECT_EQ(run.counters.Errors, 2);
+  EXPECT_EQ(run_.counters.Rules, 3);
+  EXPECT_EQ(run_.counters.Errors, 2);
 }
 
 TEST_F(RuleCopyTest, OnlyTheFirstTargetDecidesWhetherARuleHasOne) {
@@ -164,7 +169,7 @@ TEST_F(RuleCopyTest, LostTargetsGoAndTheOthersMoveUp) {
   RuleCopyOptions options;
   options.EnDelLostArcs = true;
   Run(options);
-  EXPECT_EQ(ArrivedTargets(), Names{"/Archive/Gemeinsam/Ablage"});
+  EXPECT_EQ(ArrivedTargets(), List{"/Archive/Gemeinsam/Ablage"});
   EXPECT_EQ(RulesOf(*source).front().Destinations.size(), 4u);
 }
 
@@ -175,7 +180,7 @@ TEST_F(RuleCopyTest, ARuleThatLosesItsLastTargetIsNotCopied) {
   options.Mode = CopyMode::Move;
   Run(options);
   EXPECT_TRUE(NamesOf(*target).empty());
-  EXPECT_EQ(NamesOf(*source), Names{"Verloren"});
+  EXPECT_EQ(NamesOf(*source), List{"Verloren"});
 }
 
 // --- Targets that follow the rule. ---
@@ -187,7 +192,7 @@ TEST_F(RuleCopyTest, TargetsBelowTheSourceBecomeThoseBelowTheTarget) {
   RuleCopyOptions options;
   options.EnUpdRouteArcs = true;
   Run(options);
-  EXPECT_EQ(ArrivedTargets(), (Names{"/Archive/Gemeinsam/Ziel/Rechnungen", "/Archive/Gemeinsam/Ablage"}));
+  EXPECT_EQ(ArrivedTargets(), (List{"/Archive/Gemeinsam/Ziel/Rechnungen", "/Archive/Gemeinsam/Ablage"}));
 }
 
 TEST_F(RuleCopyTest, WithoutTheOptionTargetsStayWhereTheyPoint) {
@@ -195,7 +200,7 @@ TEST_F(RuleCopyTest, WithoutTheOptionTargetsStayWhereTheyPoint) {
   Create(*target, "Rechnungen");
   Put(*source, Distributing("R", {"/Archive/Gemeinsam/Quelle/Rechnungen"}));
   Run();
-  EXPECT_EQ(ArrivedTargets(), Names{"/Archive/Gemeinsam/Quelle/Rechnungen"});
+  EXPECT_EQ(ArrivedTargets(), List{"/Archive/Gemeinsam/Quelle/Rechnungen"});
 }
 
 TEST_F(RuleCopyTest, AnArchiveWhoseNameBeginsAlikeIsNoPartOfTheSource) {
@@ -204,7 +209,7 @@ TEST_F(RuleCopyTest, AnArchiveWhoseNameBeginsAlikeIsNoPartOfTheSource) {
   RuleCopyOptions options;
   options.EnUpdRouteArcs = options.EnCreateArcs = true;
   Run(options);
-  EXPECT_EQ(ArrivedTargets(), Names{"/Archive/Gemeinsam/Quelle 2"});
+  EXPECT_EQ(ArrivedTargets(), List{"/Archive/Gemeinsam/Quelle 2"});
   EXPECT_FALSE(Exists("/Archive/Gemeinsam/Ziel 2"));
 }
 
@@ -218,7 +223,7 @@ TEST_F(RuleCopyTest, AMissingArchiveIsMadeOnlyWhenAskedFor) {
   EXPECT_FALSE(Exists("/Archive/Gemeinsam/Ziel/2026"));
   options.EnCreateArcs = true;
   Run(options);
-  EXPECT_EQ(ArrivedTargets(), Names{"/Archive/Gemeinsam/Ziel/2026/Mai"});
+  EXPECT_EQ(ArrivedTargets(), List{"/Archive/Gemeinsam/Ziel/2026/Mai"});
   EXPECT_TRUE(Exists("/Archive/Gemeinsam/Ziel/2026/Mai"));
 }
 
@@ -230,26 +235,26 @@ TEST_F(RuleCopyTest, ATargetThatCannotBeAdaptedIsClearedAndTheFirstOneStillCount
   RuleCopyOptions options;
   options.EnUpdRouteArcs = true;
   Run(options);
-  EXPECT_EQ(ArrivedTargets(), (Names{"/Archive/Gemeinsam/Ziel/Eins", ""}));
+  EXPECT_EQ(ArrivedTargets(), (List{"/Archive/Gemeinsam/Ziel/Eins", ""}));
 }
 
 TEST_F(RuleCopyTest, ARulePathIsWalkedWithAndWithoutSlashesAroundIt) {
   for (const char* path : {"/Archive/Gemeinsam/Ablage/", "Archive/Gemeinsam/Ablage"}) {
-    const auto found = AdaptRuleTarget(operation, {}, path, "R");
+    const auto found = AdaptRuleTarget(Context(), {}, path, "R");
     ASSERT_TRUE(found) << path;
     EXPECT_EQ(found->FullPath(), "/Archive/Gemeinsam/Ablage");
   }
-  EXPECT_FALSE(AdaptRuleTarget(operation, {}, "/Archive/Gemeinsam/Weg", "R"));
-  EXPECT_FALSE(AdaptRuleTarget(operation, {}, "", "R"));
+  EXPECT_FALSE(AdaptRuleTarget(Context(), {}, "/Archive/Gemeinsam/Weg", "R"));
+  EXPECT_FALSE(AdaptRuleTarget(Context(), {}, "", "R"));
 }
 
 TEST_F(RuleCopyTest, NoArchiveIsMadeBelowOneThatTheUserMayNotOpen) {
-  const auto annas = (*session.Account->GetSpecialArchive(store::special::OwnRoot))->FullPath();
-  session.Account = SignOn("bert");
+  const auto annas = (*session_.Account->GetSpecialArchive(store::special::OwnRoot))->FullPath();
+  session_.Account = SignOn("bert");
   RuleCopyOptions options;
   options.EnCreateArcs = true;
-  ASSERT_EQ(ErrorOf(session.Account->GetArchive(annas)), store::store_error::NoAccess);
-  EXPECT_FALSE(AdaptRuleTarget(operation, options, annas + "/Neu", "R"));
+  ASSERT_EQ(ErrorOf(session_.Account->GetArchive(annas)), store::store_error::NoAccess);
+  EXPECT_FALSE(AdaptRuleTarget(Context(), options, annas + "/Neu", "R"));
   EXPECT_EQ(ErrorOf(anna_->GetArchive(annas + "/Neu")), store::store_error::NotFound);
 }
 
@@ -261,9 +266,9 @@ TEST_F(RuleCopyTest, AMoveTakesAwayWhatArrived) {
   RuleCopyOptions options;
   options.Mode = CopyMode::Move;
   Run(options);
-  EXPECT_EQ(NamesOf(*target), (Names{"C", "B", "A"}));
-  EXPECT_EQ(NamesOf(*source), Names{"Ohne Ziel"});
-  EXPECT_EQ(frontEnd.ProgressTitles, Names{"Regeln verschieben"});
+  EXPECT_EQ(NamesOf(*target), (List{"C", "B", "A"}));
+  EXPECT_EQ(NamesOf(*source), List{"Ohne Ziel"});
+  EXPECT_EQ(frontEnd_.ProgressTitles, List{"Regeln verschieben"});
 }
 
 TEST_F(RuleCopyTest, ARuleThatTheTargetCannotStoreStaysInTheSource) {
@@ -272,20 +277,20 @@ TEST_F(RuleCopyTest, ARuleThatTheTargetCannotStoreStaysInTheSource) {
   RuleCopyOptions options;
   options.Mode = CopyMode::Move;
   Run(options);
-  EXPECT_EQ(NamesOf(*source), Names{"Bleibt"});
-  EXPECT_EQ(run.counters.Errors, 1);
+  EXPECT_EQ(NamesOf(*source), List{"Bleibt"});
+  EXPECT_EQ(run_.counters.Errors, 1);
   EXPECT_NE(LogText().find(" - Bleibt -> "), std::string::npos) << LogText();
 }
 
 TEST_F(RuleCopyTest, AMoveNeedsTheRightToDelete) {
   Put(*source, Forwarding("A"));
-  session.Trustees &= ~store::trustee::DeleteArchives;
+  session_.Trustees &= ~store::trustee::DeleteArchives;
   RuleCopyOptions options;
   options.Mode = CopyMode::Move;
   Run(options);
   EXPECT_TRUE(NamesOf(*target).empty());
-  EXPECT_EQ(NamesOf(*source), Names{"A"});
-  EXPECT_EQ(run.counters.Errors, 1);
+  EXPECT_EQ(NamesOf(*source), List{"A"});
+  EXPECT_EQ(run_.counters.Errors, 1);
 }
 
 TEST_F(RuleCopyTest, AnotherRuleAtTheMarkedPositionIsLeftAlone) {
@@ -294,64 +299,65 @@ TEST_F(RuleCopyTest, AnotherRuleAtTheMarkedPositionIsLeftAlone) {
   ASSERT_TRUE((*source->Rules().Item(0))->Delete());
   RuleCopyOptions options;
   options.Mode = CopyMode::Move;
-  RunRuleCopy(operation, options, {source, marked}, target);
-  EXPECT_EQ(NamesOf(*source), Names{"B"});
+  RunRuleCopy(Context(), options, {source, marked}, target);
+  EXPECT_EQ(NamesOf(*source), List{"B"});
   EXPECT_TRUE(NamesOf(*target).empty());
-  EXPECT_EQ(run.counters.Errors, 1);
+  EXPECT_EQ(run_.counters.Errors, 1);
 }
 
-// --- The run. ---
+// --- The run_. ---
 
 TEST_F(RuleCopyTest, TheSummaryCountsTheRules) {
   for (const char* name : {"A", "B"}) Put(*source, Forwarding(name));
   Run();
-  EXPECT_EQ(frontEnd.ProgressTitles, Names{"Regeln kopieren"});
-  EXPECT_EQ(frontEnd.ItemTexts, (Names{"B", "A"}));
-  EXPECT_EQ(frontEnd.ProgressClosed, 1);
-  ASSERT_EQ(frontEnd.Boxes.size(), 1u);
-  EXPECT_EQ(frontEnd.Boxes[0].Title, "Beendet");
-  EXPECT_EQ(frontEnd.Boxes[0].Text, "2 Regel(n)\r\nmit 0 Fehler(n)\r\nin 00:00:00 s kopiert/verschoben");
+  EXPECT_EQ(frontEnd_.ProgressTitles, List{"Regeln kopieren"});
+  EXPECT_EQ(frontEnd_.ItemTexts, (List{"B", "A"}));
+  EXPECT_EQ(frontEnd_.ProgressClosed, 1);
+  ASSERT_EQ(frontEnd_.Boxes.size(), 1u);
+  EXPECT_EQ(frontEnd_.Boxes[0].Title, "Beendet");
+  EXPECT_EQ(frontEnd_.Boxes[0].Text, "2 Regel(n)\r\nmit 0 Fehler(n)\r\nin 00:00:00 s kopiert/verschoben");
 }
 
 TEST_F(RuleCopyTest, ACancelEndsBetweenTwoRules) {
   for (const char* name : {"A", "B", "C"}) Put(*source, Forwarding(name));
-  frontEnd.CancelAtPump = 2;
+  frontEnd_.CancelAtPump = 2;
   RuleCopyOptions options;
   options.Mode = CopyMode::Move;
   Run(options);
-  EXPECT_EQ(NamesOf(*target), Names{"C"});
-  EXPECT_EQ(NamesOf(*source), (Names{"A", "B"}));
+  EXPECT_EQ(NamesOf(*target), List{"C"});
+  EXPECT_EQ(NamesOf(*source), (List{"A", "B"}));
 }
 
 TEST_F(RuleCopyTest, ThePendingCancelOfARunStopsTheNext) {
   Put(*source, Forwarding("A"));
-  run.RequestCancel();
+  run_.RequestCancel();
   Run();
   EXPECT_TRUE(NamesOf(*target).empty());
-  EXPECT_TRUE(frontEnd.ProgressTitles.empty());
+  EXPECT_TRUE(frontEnd_.ProgressTitles.empty());
 }
 
 TEST_F(RuleCopyTest, TheLogOfTheRunBeforeGoesWhenTheSettingsSaySo) {
-  run.LogError("alt", std::int64_t{1}, "alt", run::Severity::Error);
+  run_.LogError("alt", std::int64_t{1}, "alt", run::Severity::Error);
+  Operation operation = Context();
   operation.ClearErrorLog = true;
-  Run();
-  EXPECT_FALSE(run.ErrorLogExists());
+  RunRuleCopy(operation, {}, {source, {}}, target);
+  EXPECT_FALSE(run_.ErrorLogExists());
 }
 
 TEST_F(RuleCopyTest, AnArchiveIsNoTargetOfItsOwnRules) {
   Put(*source, Forwarding("A"));
   target = Open("/archive/gemeinsam/QUELLE");
   Run();
-  EXPECT_EQ(NamesOf(*source), Names{"A"});
-  ASSERT_EQ(frontEnd.Boxes.size(), 1u);
-  EXPECT_EQ(frontEnd.Boxes[0].Title, "Rekursive Kopie");
+  EXPECT_EQ(NamesOf(*source), List{"A"});
+  ASSERT_EQ(frontEnd_.Boxes.size(), 1u);
+  EXPECT_EQ(frontEnd_.Boxes[0].Title, "Rekursive Kopie");
 }
 
 TEST_F(RuleCopyTest, ASubArchiveMayHaveTheRulesOfItsParent) {
   Put(*source, Forwarding("A"));
   target = Create(*source, "Unten");
   Run();
-  EXPECT_EQ(NamesOf(*target), Names{"A"});
+  EXPECT_EQ(NamesOf(*target), List{"A"});
 }
 
 TEST(ArchiveBranch, ReachesUpToABackslash) {
@@ -365,27 +371,27 @@ TEST(ArchiveBranch, ReachesUpToABackslash) {
 
 TEST_F(RuleCopyTest, MarkedRulesGoAndTheOthersKeepTheirOrder) {
   for (const char* name : {"A", "B", "C", "D"}) Put(*source, Forwarding(name));
-  RunDeleteRules(operation, {source, {{0, "A"}, {2, "C"}}});
-  EXPECT_EQ(NamesOf(*source), (Names{"B", "D"}));
-  EXPECT_EQ(frontEnd.ProgressTitles, Names{"Regeln löschen"});
-  EXPECT_EQ(frontEnd.ItemTexts, (Names{"C", "A"}));
-  EXPECT_TRUE(frontEnd.Boxes.empty());
+  RunDeleteRules(Context(), {source, {{0, "A"}, {2, "C"}}});
+  EXPECT_EQ(NamesOf(*source), (List{"B", "D"}));
+  EXPECT_EQ(frontEnd_.ProgressTitles, List{"Regeln löschen"});
+  EXPECT_EQ(frontEnd_.ItemTexts, (List{"C", "A"}));
+  EXPECT_TRUE(frontEnd_.Boxes.empty());
 }
 
 TEST_F(RuleCopyTest, DeletingNeedsTheRight) {
   Put(*source, Forwarding("A"));
-  session.Trustees &= ~store::trustee::DeleteArchives;
-  RunDeleteRules(operation, {source, Marked(*source)});
-  EXPECT_EQ(NamesOf(*source), Names{"A"});
-  ASSERT_EQ(frontEnd.Boxes.size(), 1u);
-  EXPECT_EQ(frontEnd.Boxes[0].Text, "mit 1 Fehler(n) (siehe Fehlerprotokoll) gelöscht");
+  session_.Trustees &= ~store::trustee::DeleteArchives;
+  RunDeleteRules(Context(), {source, Marked(*source)});
+  EXPECT_EQ(NamesOf(*source), List{"A"});
+  ASSERT_EQ(frontEnd_.Boxes.size(), 1u);
+  EXPECT_EQ(frontEnd_.Boxes[0].Text, "mit 1 Fehler(n) (siehe Fehlerprotokoll) gelöscht");
 }
 
 TEST_F(RuleCopyTest, ARuleThatIsGoneByNowIsLoggedAndTheOthersGo) {
   for (const char* name : {"A", "B"}) Put(*source, Forwarding(name));
-  RunDeleteRules(operation, {source, {{0, "A"}, {1, "B"}, {2, "C"}}});
+  RunDeleteRules(Context(), {source, {{0, "A"}, {1, "B"}, {2, "C"}}});
   EXPECT_TRUE(NamesOf(*source).empty());
-  EXPECT_EQ(run.counters.Errors, 1);
+  EXPECT_EQ(run_.counters.Errors, 1);
 }
 
 }  // namespace
