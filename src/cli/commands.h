@@ -20,6 +20,8 @@ void AddStoreOption(CLI::App& command, std::string& directory);
 void AddStoreCommands(CLI::App& app, Action& action);
 // The commands `put-...` of `velmoractl store`.
 void AddPutCommands(CLI::App& group, Action& action);
+// `velmoractl tree ...`: what is wrong with the entries of the tree of archives.
+void AddTreeCommands(CLI::App& app, Action& action);
 // `velmoractl run FILE|KEY=VALUE...`: an unattended run.
 void AddRunCommand(CLI::App& app, Action& action);
 // `velmoractl addresses ...`: addresses to and from files.

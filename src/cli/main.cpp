@@ -98,6 +98,7 @@ int Run(int argc, char** argv) {
   app.require_subcommand(1);
   Action action;
   AddStoreCommands(app, action);
+  AddTreeCommands(app, action);
   AddRunCommand(app, action);
   AddAddressCommands(app, action);
   GroupHelpOptions(app);
@@ -110,7 +111,7 @@ int Run(int argc, char** argv) {
     PrintError(ExplainParseError(app, error));
     PrintError(
         "Hilfe zeigen velmoractl --help, velmoractl run --help, velmoractl store BEFEHL --help, "
-        "velmoractl addresses BEFEHL --help");
+        "velmoractl tree BEFEHL --help, velmoractl addresses BEFEHL --help");
     return exit_status::WrongUsage;
   }
   return action ? action() : exit_status::WrongUsage;
