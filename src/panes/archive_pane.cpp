@@ -134,6 +134,11 @@ std::string_view ArchivePane::ColumnIcon(std::size_t row, std::size_t column) co
   return rule->IsEnabled ? RuleEnabledKey : RuleDisabledKey;
 }
 
+RowMarks ArchivePane::MarksOf(std::size_t row) const {
+  const auto* const archive = Archive(row);
+  return archive == nullptr ? RowMarks() : RowMarks{archive->IsHidden, archive->IsCircular};
+}
+
 // --- Columns and order. ---
 
 // Those of the rows that there are: while another view is filled, the window still paints these.
@@ -335,13 +340,27 @@ bool ArchivePane::ShowSize(std::size_t row) {
     return false;
   }
   Breather breather(context_.watcher, context_.run.clock());
-  const auto count = CountArchive(**archive, static_cast<std::uint32_t>(context_.options.DvItemFilter),
-                                  context_.run.fileSystem(), breather);
+  const auto count = CountAll(*CounterOf(*archive), breather);
   if (count.FirstError) context_.run.LogError(counted->ID, *count.FirstError);
   if (count.IsStopped) return false;
-  sizes_[UnsortedIndex(row)] = ArchiveSizeTexts(count);
-  Changed();
+  PutSize(UnsortedIndex(row), count);
   return true;
+}
+
+std::unique_ptr<SizeCounter> ArchivePane::CounterOf(std::shared_ptr<store::DvArchive> archive) const {
+  return CountArchive(std::move(archive), static_cast<std::uint32_t>(context_.options.DvItemFilter),
+                      context_.run.fileSystem());
+}
+
+std::unique_ptr<SizeCounter> ArchivePane::CountSize(std::size_t row) {
+  const auto* const counted = Archive(row);
+  if (counted == nullptr || sizes_.contains(UnsortedIndex(row))) return nullptr;
+  const auto archive = Fetch(counted->ID);
+  return archive ? CounterOf(*archive) : nullptr;
+}
+
+void ArchivePane::PutSize(std::uint32_t unsortedIndex, const SizeCount& count) {
+  sizes_[unsortedIndex] = ArchiveSizeTexts(count);
 }
 
 void ArchivePane::Swap(ArchivePane& other) {

@@ -36,6 +36,7 @@ class ArchivePane final : public Pane {
   std::string Text(std::size_t row, std::size_t column) const override;
   RowIcon Icon(std::size_t row) const override;
   std::string_view ColumnIcon(std::size_t row, std::size_t column) const override;
+  RowMarks MarksOf(std::size_t row) const override;
 
   std::span<const Column> Columns() const override;
   SortState Sorting() const override;
@@ -67,6 +68,8 @@ class ArchivePane final : public Pane {
 
   std::string StatusText(std::size_t selectedRows) const override;
   bool ShowSize(std::size_t row) override;
+  std::unique_ptr<SizeCounter> CountSize(std::size_t row) override;
+  void PutSize(std::uint32_t unsortedIndex, const SizeCount& count) override;
 
   // Exchanges all that the two panes show and how.
   void Swap(ArchivePane& other);
@@ -86,6 +89,7 @@ class ArchivePane final : public Pane {
   // The archive that is there now, which may not be the one that was.
   Result<std::shared_ptr<store::DvArchive>> Fetch(std::string_view path) const;
   Result<std::shared_ptr<store::DvArchive>> Parent() const;
+  std::unique_ptr<SizeCounter> CounterOf(std::shared_ptr<store::DvArchive> archive) const;
 
   PaneView view_;
   PaneContext& context_;

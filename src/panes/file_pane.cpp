@@ -132,12 +132,20 @@ bool FilePane::ShowSize(std::size_t row) {
   if (EntryType(row) != entry_type::DirEntry) return false;
   Breather breather(context_.watcher, context_.run.clock());
   const auto& path = list_.Rows[row].FullPath;
-  const auto count = CountDirectory(path, context_.run.fileSystem(), breather);
+  const auto count = CountAll(*CountDirectory(path, context_.run.fileSystem()), breather);
   if (count.FirstError) context_.run.LogError(path, *count.FirstError);
   if (count.IsStopped) return false;
-  sizes_[UnsortedIndex(row)] = DirectorySizeTexts(count);
-  Changed();
+  PutSize(UnsortedIndex(row), count);
   return true;
+}
+
+std::unique_ptr<SizeCounter> FilePane::CountSize(std::size_t row) {
+  if (EntryType(row) != entry_type::DirEntry || sizes_.contains(UnsortedIndex(row))) return nullptr;
+  return CountDirectory(list_.Rows[row].FullPath, context_.run.fileSystem());
+}
+
+void FilePane::PutSize(std::uint32_t unsortedIndex, const SizeCount& count) {
+  sizes_[unsortedIndex] = DirectorySizeTexts(count);
 }
 
 }  // namespace velmora::panes

@@ -52,6 +52,8 @@ class FilePane final : public Pane {
 
   std::string StatusText(std::size_t selectedRows) const override;
   bool ShowSize(std::size_t row) override;
+  std::unique_ptr<SizeCounter> CountSize(std::size_t row) override;
+  void PutSize(std::uint32_t unsortedIndex, const SizeCount& count) override;
 
  protected:
   bool ShowPlace(const std::string& place) override { return Show(place); }

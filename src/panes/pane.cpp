@@ -4,6 +4,12 @@
 
 namespace velmora::panes {
 
+std::string MarksText(const RowMarks& marks) {
+  if (marks.IsHidden && marks.IsCircular) return "versteckt, zirkulare Referenz";
+  if (marks.IsHidden) return "versteckt";
+  return marks.IsCircular ? "zirkulare Referenz" : "";
+}
+
 SortMarker Pane::Marker(std::size_t column) const {
   const auto sorting = Sorting();
   return MarkerOf(Columns(), column, sorting.Mode, sorting.Ascending);

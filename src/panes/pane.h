@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include "panes/columns.h"
 #include "panes/history.h"
 #include "panes/rows.h"
+#include "panes/size_count.h"
 
 namespace velmora::panes {
 
@@ -30,6 +32,14 @@ struct RowIcon {
 
   bool operator==(const RowIcon&) const = default;
 };
+
+// What a row says of itself beside its texts, where the settings want it marked.
+struct RowMarks {
+  bool IsHidden = false, IsCircular = false;
+
+  bool operator==(const RowMarks&) const = default;
+};
+std::string MarksText(const RowMarks& marks);  // "" for none
 
 enum class EnterResult {
   Entered,  // the pane shows another place
@@ -54,7 +64,8 @@ class Pane {
   virtual std::string Name(std::size_t row) const = 0;                      // as it is stored
   virtual std::string Text(std::size_t row, std::size_t column) const = 0;  // for display
   virtual RowIcon Icon(std::size_t row) const = 0;
-  virtual std::string_view ColumnIcon(std::size_t row, std::size_t column) const = 0;  // "" for none
+  virtual std::string_view ColumnIcon(std::size_t row, std::size_t column) const = 0;
+  virtual RowMarks MarksOf(std::size_t /*row*/) const { return {}; }
   // Rises with everything that changes rows, their order or their texts.
   std::uint64_t Generation() const { return generation_; }
   // Where a view puts its cursor after the pane went elsewhere: on the place it came up from, else the top.
@@ -81,9 +92,13 @@ class Pane {
 
   // --- Status bar. ---
   virtual std::string StatusText(std::size_t selectedRows) const = 0;
-  // Counts a row that is an archive or a directory, and shows the counts in its columns. False for others,
-  // and when the user stopped it.
+  // Counts a row that is an archive or directory, and shows the counts in its columns; what cannot be read is
+  // logged. False for others, and when the user stopped it. The rows stay: a view paints them anew.
   virtual bool ShowSize(std::size_t row) = 0;
+  // The same for whoever counts in steps, between which the program lives on: the count of a row, null for a
+  // row without one and where it stands already; and what it came to, for the row appended at that place.
+  virtual std::unique_ptr<SizeCounter> CountSize(std::size_t /*row*/) { return nullptr; }
+  virtual void PutSize(std::uint32_t /*unsortedIndex*/, const SizeCount& /*count*/) {}
 
  protected:
   virtual bool ShowPlace(const std::string& place) = 0;  // a place of the history

@@ -91,6 +91,23 @@ int FindByTag(const Pane& pane, std::string_view tag) {
                  [&](std::size_t row) { return EqualsFold(hasFiles ? pane.Key(row) : pane.Tag(row), tag); });
 }
 
+SelectionSet ByUnsortedIndex(const Pane& pane, const SelectionSet& selection) {
+  SelectionSet appended(pane.RowCount(), false);
+  for (std::size_t row = 0; row < std::min(selection.size(), appended.size()); ++row) {
+    if (selection[row]) appended[pane.UnsortedIndex(row)] = true;
+  }
+  return appended;
+}
+
+SelectionSet FromUnsortedIndex(const Pane& pane, const SelectionSet& appended) {
+  SelectionSet selection(pane.RowCount(), false);
+  for (std::size_t row = 0; row < selection.size(); ++row) {
+    const std::size_t index = pane.UnsortedIndex(row);
+    selection[row] = index < appended.size() && appended[index];
+  }
+  return selection;
+}
+
 int FindByUnsortedIndex(const Pane& pane, std::uint32_t unsortedIndex) {
   return FindRow(pane, 0, [&](std::size_t row) { return pane.UnsortedIndex(row) == unsortedIndex; });
 }

@@ -38,6 +38,9 @@ int FindByDisplayName(const Pane& pane, std::string_view lowerName);
 int FindStartingWith(const Pane& pane, std::string_view typed, std::size_t start);
 // The row with that tag (an archive's ID, "R" + number), or in the file view that key; -1.
 int FindByTag(const Pane& pane, std::string_view tag);
+// A selection by where its rows were appended, so that a sort does not move it, and back again.
+SelectionSet ByUnsortedIndex(const Pane& pane, const SelectionSet& selection);
+SelectionSet FromUnsortedIndex(const Pane& pane, const SelectionSet& appended);
 // The row that was appended at that place.
 int FindByUnsortedIndex(const Pane& pane, std::uint32_t unsortedIndex);
 

@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <utility>
 #include <vector>
 
 #include "base/numbers.h"
@@ -11,32 +12,48 @@
 namespace velmora::panes {
 namespace {
 
-class ArchiveCounter {
+class ArchiveCounter final : public SizeCounter {
  public:
-  ArchiveCounter(std::uint32_t filter, platform::FileSystem& fileSystem, Breather& breather)
-      : filter_(filter), fileSystem_(fileSystem), breather_(breather) {}
+  ArchiveCounter(std::shared_ptr<store::DvArchive> archive, std::uint32_t filter,
+                 platform::FileSystem& fileSystem)
+      : first_(std::move(archive)), filter_(filter), fileSystem_(fileSystem) {}
 
-  void Count(store::DvArchive& archive) {
+  bool Step() override {
+    if (first_ != nullptr) {
+      Enter(*std::exchange(first_, nullptr));
+      return !levels_.empty();
+    }
+    while (!levels_.empty()) {
+      Level& level = levels_.back();
+      if (level.Next == level.Archives.size()) {
+        levels_.pop_back();
+        path_.Leave();
+        continue;
+      }
+      const auto sub = level.Archives[level.Next++];
+      if (sub->IsShortCut() || path_.Contains(sub->ID())) continue;
+      ++total_.Archives;
+      Enter(*sub);
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  // The sub-archives of an archive on the way down.
+  struct Level {
+    std::vector<std::shared_ptr<store::DvArchive>> Archives;
+    std::size_t Next = 0;
+  };
+
+  void Enter(store::DvArchive& archive) {
     if (!path_.Enter(archive.ID())) return;
     AddMessages(archive);
     AddFiles(archive.ID());
-    const auto subArchives = archive.SubArchives();
+    auto subArchives = archive.SubArchives();
     if (!subArchives) Note(subArchives.error());
-    if (subArchives) CountSubArchives(*subArchives);
-    path_.Leave();
-  }
-
-  const SizeCount& Total() const { return total_; }
-
- private:
-  void CountSubArchives(const std::vector<std::shared_ptr<store::DvArchive>>& subArchives) {
-    for (const auto& sub : subArchives) {
-      if (sub->IsShortCut() || path_.Contains(sub->ID())) continue;
-      total_.IsStopped = total_.IsStopped || breather_.Breathe();
-      if (total_.IsStopped) return;
-      ++total_.Archives;
-      Count(*sub);
-    }
+    levels_.emplace_back();
+    if (subArchives) levels_.back().Archives = *std::move(subArchives);
   }
 
   void AddMessages(store::DvArchive& archive) {
@@ -55,11 +72,43 @@ class ArchiveCounter {
     if (!total_.FirstError) total_.FirstError = error;
   }
 
+  std::shared_ptr<store::DvArchive> first_;
   std::uint32_t filter_;
   platform::FileSystem& fileSystem_;
-  Breather& breather_;
   store::WalkPath path_;
-  SizeCount total_;
+  std::vector<Level> levels_;
+};
+
+class DirectoryCounter final : public SizeCounter {
+ public:
+  DirectoryCounter(std::string_view path, platform::FileSystem& fileSystem)
+      : fileSystem_(fileSystem), waiting_{std::string(path)} {}
+
+  bool Step() override {
+    if (waiting_.empty()) return false;
+    const std::string directory = std::move(waiting_.back());
+    waiting_.pop_back();
+    const auto entries = fileSystem_.List(directory, "*.*", platform::ListWhat::All);
+    if (!entries && !total_.FirstError) total_.FirstError = entries.error();
+    if (entries) Add(directory, *entries);
+    return !waiting_.empty();
+  }
+
+ private:
+  void Add(const std::string& directory, const std::vector<platform::FileEntry>& entries) {
+    for (const auto& entry : entries) {
+      if (entry.IsFolder && !entry.IsLink) {
+        ++total_.Directories;
+        waiting_.push_back(JoinPath(directory, entry.Name));
+      } else {
+        ++total_.Files;
+        total_.Bytes += entry.IsFolder ? 0 : entry.Size;
+      }
+    }
+  }
+
+  platform::FileSystem& fileSystem_;
+  std::vector<std::string> waiting_;
 };
 
 std::string BytesText(std::int64_t bytes) {
@@ -72,37 +121,23 @@ std::string BytesText(std::int64_t bytes) {
 
 }  // namespace
 
-SizeCount CountArchive(store::DvArchive& archive, std::uint32_t filter, platform::FileSystem& fileSystem,
-                       Breather& breather) {
-  ArchiveCounter counter(filter, fileSystem, breather);
-  counter.Count(archive);
-  return counter.Total();
+std::unique_ptr<SizeCounter> CountArchive(std::shared_ptr<store::DvArchive> archive, std::uint32_t filter,
+                                          platform::FileSystem& fileSystem) {
+  return std::make_unique<ArchiveCounter>(std::move(archive), filter, fileSystem);
 }
 
-SizeCount CountDirectory(std::string_view path, platform::FileSystem& fileSystem, Breather& breather) {
-  SizeCount count;
-  std::vector<std::string> waiting{std::string(path)};
-  while (!waiting.empty()) {
-    const std::string directory = std::move(waiting.back());
-    waiting.pop_back();
-    const auto entries = fileSystem.List(directory, "*.*", platform::ListWhat::All);
-    if (!entries && !count.FirstError) count.FirstError = entries.error();
-    if (!entries) continue;
-    for (const auto& entry : *entries) {
-      if (entry.IsFolder && !entry.IsLink) {
-        ++count.Directories;
-        waiting.push_back(JoinPath(directory, entry.Name));
-      } else {
-        ++count.Files;
-        count.Bytes += entry.IsFolder ? 0 : entry.Size;
-      }
-    }
-    if (breather.Breathe()) {
-      count.IsStopped = true;
-      return count;
-    }
+std::unique_ptr<SizeCounter> CountDirectory(std::string_view path, platform::FileSystem& fileSystem) {
+  return std::make_unique<DirectoryCounter>(path, fileSystem);
+}
+
+SizeCount CountAll(SizeCounter& counter, Breather& breather) {
+  while (counter.Step()) {
+    if (!breather.Breathe()) continue;
+    SizeCount count = counter.Total();
+    count.IsStopped = true;
+    return count;
   }
-  return count;
+  return counter.Total();
 }
 
 SizeTexts ArchiveSizeTexts(const SizeCount& count) {

@@ -92,6 +92,10 @@ void CommandBars::Update(const panes::Situation& situation) {
     action->setVisible(state.IsVisible);
     action->setEnabled(state.IsEnabled);
     if (command.IsCheckable) action->setChecked(state.IsChecked);
+    // That of the external program is its command line, which the window knows.
+    if (command.Runs == panes::Action::ExternalApplication) continue;
+    const QString tip = ToQt(panes::ToolTipOf(command, situation));
+    if (action->toolTip() != tip) action->setToolTip(tip);
   }
   for (const TopMenu& menu : topMenus_) {
     menu.Shown->menuAction()->setVisible(panes::IsMenuVisible(*menu.Which, situation));

@@ -43,9 +43,9 @@ QString CaptionOf(Action action) {
   return {};
 }
 
-QString TipOf(Action action) {
+QString TipOf(Action action, const panes::Situation& situation) {
   for (const panes::Command& command : panes::Commands()) {
-    if (command.Runs == action) return ToQt(panes::ToolTipOf(command));
+    if (command.Runs == action) return ToQt(panes::ToolTipOf(command, situation));
   }
   return {};
 }
@@ -80,7 +80,7 @@ void KeyRow::Update(const panes::Situation& situation) {
     const QString caption = CaptionOf(actions_[i]);
     captions_[i] = caption.isEmpty() ? key : key + " " + caption;
     button.setAccessibleName(captions_[i]);
-    button.setToolTip(actions_[i] == Action::None ? QString() : TipOf(actions_[i]));
+    button.setToolTip(actions_[i] == Action::None ? QString() : TipOf(actions_[i], situation));
     button.setEnabled(actions_[i] != Action::None && panes::MayRunFromKey(actions_[i], situation));
   }
   ShowCaptions();

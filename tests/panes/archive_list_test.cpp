@@ -95,6 +95,21 @@ TEST_F(ArchiveListTest, HiddenArchivesAndLinksThatLeadBackAreMarked) {
   EXPECT_FALSE(Left().Archive(0)->IsHidden);
 }
 
+TEST_F(ArchiveListTest, TheListSaysHowARowIsMarked) {
+  outbox.IsHidden = true;
+  fake.AddLink(inbox, root);
+  ASSERT_TRUE(Left().Refresh());
+  EXPECT_EQ(Left().MarksOf(0), (RowMarks{.IsHidden = true, .IsCircular = false}));
+  EXPECT_EQ(Left().MarksOf(1), RowMarks());
+  EXPECT_EQ(Left().MarksOf(7), RowMarks());
+  ASSERT_TRUE(Left().ShowArchive(inbox.ID));
+  EXPECT_EQ(Left().MarksOf(1), (RowMarks{.IsHidden = false, .IsCircular = true}));
+  EXPECT_EQ(MarksText(Left().MarksOf(1)), "zirkulare Referenz");
+  EXPECT_EQ(MarksText({.IsHidden = true, .IsCircular = false}), "versteckt");
+  EXPECT_EQ(MarksText({.IsHidden = true, .IsCircular = true}), "versteckt, zirkulare Referenz");
+  EXPECT_EQ(MarksText({}), "");
+}
+
 TEST(ArchiveVisibility, WithTheOptionEveryArchiveIsListed) {
   EXPECT_TRUE(IsArchiveVisible(R"(\\S\D\B)", R"(\\S\D\A)", true));
 }

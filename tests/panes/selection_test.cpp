@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "pane_fixture.h"
 
 namespace velmora::panes {
@@ -127,6 +129,24 @@ TEST_F(SelectionTest, TypingFindsTheNextRowAndWraps) {
   EXPECT_EQ(FindStartingWith(Left(), "x", 0), -1);
   EXPECT_EQ(FindStartingWith(Left(), "", 0), -1);
   EXPECT_EQ(FindStartingWith(Right(), "ang", 99), 2) << "beyond the end counts from the top";
+}
+
+TEST_F(SelectionTest, ASelectionGoesWithItsRowsThroughASort) {
+  SelectionSet selection(Left().RowCount(), false);
+  selection[1] = selection[Left().RowCount() - 1] = true;
+  std::vector<std::string> names;
+  for (std::size_t row = 0; row < selection.size(); ++row) {
+    if (selection[row]) names.push_back(Left().Name(row));
+  }
+  const SelectionSet appended = ByUnsortedIndex(Left(), selection);
+  Left().ClickHeader(0);
+  const SelectionSet after = FromUnsortedIndex(Left(), appended);
+  EXPECT_EQ(CountSelected(after), 2u);
+  EXPECT_NE(after, selection) << "the sort has moved them";
+  for (std::size_t row = 0; row < after.size(); ++row) {
+    EXPECT_EQ(after[row], std::ranges::find(names, Left().Name(row)) != names.end()) << row;
+  }
+  EXPECT_EQ(CountSelected(FromUnsortedIndex(Left(), {})), 0u);
 }
 
 TEST_F(SelectionTest, RowsAreFoundAgainAfterASort) {

@@ -6,6 +6,8 @@
 #include <filesystem>
 
 #include "pane_fixture.h"
+#include "panes/selection.h"
+#include "panes/size_display.h"
 #include "store/filter.h"
 
 namespace velmora::panes {
@@ -23,11 +25,11 @@ class SizeCountTest : public PanesTest {
   }
   SizeCount Count() {
     Breather breather(watcher, clock);
-    return CountArchive(*fake.Open(root.ID), store::filter_preset::None, files, breather);
+    return CountAll(*CountArchive(fake.Open(root.ID), store::filter_preset::None, files), breather);
   }
   SizeCount CountFiles(std::string_view path) {
     Breather breather(watcher, clock);
-    return CountDirectory(path, files, breather);
+    return CountAll(*CountDirectory(path, files), breather);
   }
 };
 
@@ -82,10 +84,11 @@ TEST_F(SizeCountTest, TheUserMayStopIt) {
   } ticking;
   watcher.StopAt = 1;
   Breather breather(watcher, ticking);
-  EXPECT_TRUE(CountArchive(*fake.Open(root.ID), store::filter_preset::None, files, breather).IsStopped);
+  const auto archive = CountArchive(fake.Open(root.ID), store::filter_preset::None, files);
+  EXPECT_TRUE(CountAll(*archive, breather).IsStopped);
   Breather other(watcher, ticking);
   watcher.Breaths = 0;
-  EXPECT_TRUE(CountDirectory(dir.Path(), files, other).IsStopped);
+  EXPECT_TRUE(CountAll(*CountDirectory(dir.Path(), files), other).IsStopped);
 }
 
 TEST_F(SizeCountTest, ADirectoryCountsWhatIsBelowIt) {
@@ -111,6 +114,97 @@ TEST_F(SizeCountTest, ADirectoryThatCannotBeOpenedIsLeftOutAndTold) {
   EXPECT_EQ(count.Directories, 3);
   ASSERT_TRUE(count.FirstError);
   EXPECT_EQ(count.FirstError->Number, platform::file_error::AccessDenied);
+}
+
+// --- Sizes that nobody has asked for. ---
+
+// A clock on which every step of a count takes its time.
+class StepClock final : public platform::Clock {
+ public:
+  DateTime Now() override { return {}; }
+  std::int64_t SteadyMilliseconds() override { return now_ += 10; }
+
+ private:
+  std::int64_t now_ = 0;
+};
+
+class SizeDisplayTest : public SizeCountTest {
+ protected:
+  SizeDisplayTest() {
+    AddMails(inbox, 2);
+    EXPECT_TRUE(Left().Refresh());
+    EXPECT_EQ(Left().Name(1), "Eingang");
+  }
+  StepClock ticking;
+  SizeDisplay display{options, ticking};
+};
+
+TEST_F(SizeDisplayTest, ARowGetsItsSizeOnce) {
+  ASSERT_TRUE(display.Start(Left(), 1));
+  EXPECT_TRUE(display.RunSlice());
+  EXPECT_FALSE(display.Runs());
+  EXPECT_EQ(Left().Text(1, 1), "0 Arc(s)/ 2 Msg(s)");
+  EXPECT_FALSE(display.Start(Left(), 1)) << "it stands there";
+}
+
+TEST_F(SizeDisplayTest, OnlyWhereTheSettingsWantIt) {
+  options.DisplayArcSize = false;
+  EXPECT_FALSE(display.Start(Left(), 1));
+  EXPECT_FALSE(display.RunSlice());
+  EXPECT_EQ(Left().Text(1, 1), "");
+}
+
+TEST_F(SizeDisplayTest, OnlyArchivesAndDirectories) {
+  ASSERT_TRUE(Left().ShowArchive(inbox.ID));
+  EXPECT_FALSE(display.Start(Left(), 0)) << "the way up";
+  EXPECT_FALSE(display.Start(Left(), 1)) << "a message";
+  EXPECT_FALSE(display.Start(Left(), 99));
+  dir.WriteHostFile("datei", "");
+  ASSERT_TRUE(Files().Refresh());
+  for (std::size_t row = 0; row < Files().RowCount(); ++row) {
+    EXPECT_EQ(display.Start(Files(), row), Files().EntryType(row) == entry_type::DirEntry) << row;
+  }
+}
+
+TEST_F(SizeDisplayTest, ALargeTreeIsCountedInSlices) {
+  for (int i = 0; i < 20; ++i) {
+    ASSERT_TRUE(host->CreateFolder(dir.Path("Eingang\\" + std::to_string(i))));
+  }
+  ASSERT_TRUE(Files().Refresh());
+  const int row = FindByDisplayName(Files(), "eingang");
+  ASSERT_TRUE(display.Start(Files(), static_cast<std::size_t>(row)));
+  int slices = 1;
+  while (!display.RunSlice()) ++slices;
+  EXPECT_GE(slices, 5) << "no slice is longer than the window may wait";
+  EXPECT_EQ(Files().Text(static_cast<std::size_t>(row), 1), "20 Dir(s)/ 0 File(s)");
+}
+
+TEST_F(SizeDisplayTest, AnotherRowOrAStopDropsWhatRan) {
+  ASSERT_TRUE(display.Start(Left(), 0));
+  display.Stop();
+  EXPECT_FALSE(display.RunSlice());
+  EXPECT_EQ(Left().Text(0, 1), "");
+  ASSERT_TRUE(display.Start(Left(), 0));
+  ASSERT_TRUE(display.Start(Left(), 1));
+  EXPECT_TRUE(display.RunSlice());
+  EXPECT_EQ(Left().Text(0, 1), "");
+  EXPECT_NE(Left().Text(1, 1), "");
+}
+
+TEST_F(SizeDisplayTest, AListMadeAnewMeanwhileGetsNoSizeOfTheOldOne) {
+  ASSERT_TRUE(display.Start(Left(), 1));
+  ASSERT_TRUE(Left().ShowArchive(inbox.ID));
+  EXPECT_FALSE(display.RunSlice());
+  EXPECT_FALSE(display.Runs());
+  EXPECT_EQ(Left().Text(1, 1), "");
+}
+
+TEST_F(SizeDisplayTest, ASizeThatIsNotWholeIsNotShownUnasked) {
+  inbox.EntriesFail = true;
+  ASSERT_TRUE(display.Start(Left(), 1));
+  EXPECT_FALSE(display.RunSlice());
+  EXPECT_EQ(Left().Text(1, 1), "");
+  EXPECT_EQ(run.counters.Errors, 0) << "the log is for what was asked for";
 }
 
 TEST(SizeTexts, InGermanForm) {

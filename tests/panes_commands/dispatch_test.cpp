@@ -36,6 +36,32 @@ TEST_F(DispatchTest, WhatIsNotBuiltDoesNothing) {
   EXPECT_TRUE(front.Boxes.empty());
 }
 
+TEST_F(DispatchTest, TheNotesAreAFileOfTheUserThatStays) {
+  const std::string path = JoinPath(context().process.PersonalDir, "Velmora-Notizen.txt");
+  (void)Run(Action::NotePad);
+  EXPECT_EQ(front.Documents, std::vector<std::string>{path});
+  ASSERT_TRUE(files->WriteFile(path, "Zentrale anrufen").has_value());
+  (void)Run(Action::NotePad);
+  EXPECT_EQ(front.Documents.size(), 2u);
+  EXPECT_EQ(files->ReadFile(path).value_or(""), "Zentrale anrufen");
+  EXPECT_TRUE(front.Boxes.empty());
+}
+
+TEST_F(DispatchTest, NotesThatCannotBeMadeAreTold) {
+  context().process.PersonalDir = directory.Path("nirgends") + "\\";
+  (void)Run(Action::NotePad);
+  EXPECT_TRUE(front.Documents.empty());
+  ASSERT_EQ(front.Boxes.size(), 1u);
+  EXPECT_EQ(front.Boxes.back().Title, "Notizblock");
+}
+
+TEST_F(DispatchTest, PathFieldAndDrivesAreReachedByKeys) {
+  EXPECT_TRUE(Run(Action::EditPath).EditPath);
+  EXPECT_TRUE(Run(Action::ChooseDrive).ChooseDrive);
+  panes->SetViewMode(view_mode::Archive);
+  EXPECT_FALSE(Run(Action::ChooseDrive).ChooseDrive) << "there are no drives to see";
+}
+
 TEST_F(DispatchTest, TheRightSideTogglesBetweenArchiveAndFiles) {
   ActivateFiles();
   Outcome outcome = Run(Action::ToggleViewMode);

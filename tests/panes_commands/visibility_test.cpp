@@ -290,6 +290,12 @@ TEST(Enabled, TogglesTellWhatAClickBrings) {
   EXPECT_TRUE(StateOf(*FindCommand("ZEBFSView"), situation).IsChecked);
 }
 
+TEST(Enabled, NoMarkStandsBeforeStripsThatAreNotThere) {
+  Situation situation = On(RowKind::Message, AllBits);
+  situation.ShowsTabs = true;
+  EXPECT_EQ(StateOf(*FindCommand("MnEnTabs"), situation).IsChecked, IsBuilt(Action::ToggleTabs));
+}
+
 // --- Keys. ---
 
 TEST(Keys, F3ShowsMessagesOnly) {
@@ -337,6 +343,16 @@ TEST(Keys, NoneWorksWhileBusyAndNoneThatIsNotBuilt) {
   EXPECT_FALSE(MayRunFromKey(Action::Delete, situation));
   situation.IsBusy = true;
   EXPECT_FALSE(MayRunFromKey(Action::Refresh, situation));
+}
+
+TEST(Keys, CopyAndMoveAreNoKeysWhereTheyHaveNothingToDo) {
+  Situation situation = On(RowKind::Message, AllBits);
+  EXPECT_TRUE(MayRunFromKey(Action::Copy, situation));
+  EXPECT_TRUE(MayRunFromKey(Action::Move, situation));
+  situation.ActiveView = PaneView::RFSView;
+  situation.Row = RowKind::File;
+  EXPECT_FALSE(MayRunFromKey(Action::Copy, situation));
+  EXPECT_FALSE(MayRunFromKey(Action::Move, situation));
 }
 
 TEST(RowKinds, CountInEachListOnTheirOwn) {

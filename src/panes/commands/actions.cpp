@@ -59,7 +59,6 @@ constexpr std::array NotBuilt = {
     Action::ActivateTab5,
     Action::TogglePropertyView,
     Action::ShowListItem,
-    Action::NotePad,
     Action::FileProperties,
     Action::ImportMailFile,
     Action::OpenWebSite,

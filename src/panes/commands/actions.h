@@ -130,6 +130,8 @@ enum class Action : std::uint8_t {
   GoToUserRoot,
   GoBack,
   GoForward,
+  EditPath,     // the cursor into the path field of the active view
+  ChooseDrive,  // the cursor into DrvBox
   ArcDirSync,
   DirArcSync,
   SwapPanes,

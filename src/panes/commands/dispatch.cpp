@@ -145,6 +145,26 @@ Outcome ShowHelp(CommandContext& context) {
   return {};
 }
 
+// The user's own notes: a text file that the desktop's editor opens.
+Outcome OpenNotes(CommandContext& context) {
+  const std::string path = JoinPath(context.App.process.PersonalDir, "Velmora-Notizen.txt");
+  if (!context.files().FileExists(path)) {
+    const platform::WriteOptions isNew = {.Mode = platform::Create::Exclusive, .OwnerOnly = true};
+    if (const Status made = context.files().WriteFile(path, "", isNew); !made) {
+      context.prompts().Message("Notizblock", path + ": " + made.error().Text, run::Icon::Exclamation);
+      return {};
+    }
+  }
+  context.App.run.frontEnd().viewers.OpenDocument(path);
+  return {};
+}
+
+Outcome Set(bool Outcome::*flag) {
+  Outcome outcome;
+  outcome.*flag = true;
+  return outcome;
+}
+
 Outcome ShowErrorLog(CommandContext& context) {
   run::ViewErrorLog(context.App.run);
   Outcome outcome;
@@ -199,6 +219,7 @@ constexpr auto Routines = std::to_array<Row>({
     {Action::SystemInformation, [](auto&, auto&) { return Ask(DialogKind::SystemInformation); }},
     {Action::About, [](auto&, auto&) { return Ask(DialogKind::About); }},
     {Action::ShowErrorLog, [](auto& context, auto&) { return ShowErrorLog(context); }},
+    {Action::NotePad, [](auto& context, auto&) { return OpenNotes(context); }},
     {Action::UserArchives, [](auto& context, auto&) { return ShowUserArchives(context); }},
     {Action::ExternalApplication, [](auto& context, auto&) { return StartExternalProgram(context); }},
     {Action::NextPane, [](auto& context, auto&) { return ActivateOther(context); }},
@@ -222,6 +243,8 @@ constexpr auto Routines = std::to_array<Row>({
     {Action::GoToUserRoot, [](auto& context, auto&) { return GoToUserRoot(context); }},
     {Action::GoBack, [](auto& context, auto&) { return Go(context, context.Panes.Active().GoBack()); }},
     {Action::GoForward, [](auto& context, auto&) { return Go(context, context.Panes.Active().GoForward()); }},
+    {Action::EditPath, [](auto&, auto&) { return Set(&Outcome::EditPath); }},
+    {Action::ChooseDrive, [](auto&, auto&) { return Set(&Outcome::ChooseDrive); }},
     {Action::ArcDirSync, [](auto& context, auto&) { return SyncDirectory(context); }},
     {Action::DirArcSync, [](auto& context, auto&) { return SyncArchive(context); }},
     {Action::SwapPanes, [](auto& context, auto&) { return SwapPanes(context); }},

@@ -36,6 +36,8 @@ constexpr auto KeyTable = std::to_array<KeyBinding>({
     {"Shift+F4", KeyScope::ArchiveViews, Action::ShowPhysical},
 
     {"Ctrl+A", KeyScope::AllViews, Action::SelectAll, ListKey},
+    {"Ctrl+D", KeyScope::AllViews, Action::ChooseDrive},
+    {"Ctrl+L", KeyScope::AllViews, Action::EditPath},
     {"Ctrl+R", KeyScope::AllViews, Action::Refresh},
     {"Ctrl+U", KeyScope::AllViews, Action::SwapPanes},
     {"Ctrl+.", KeyScope::AllViews, Action::ShowListItem},

@@ -16,7 +16,8 @@ void Outcome::Add(Outcome later) {
   for (const auto flag :
        {&Outcome::LeftChanged, &Outcome::RightChanged, &Outcome::FilesChanged, &Outcome::LayoutChanged,
         &Outcome::ActiveViewChanged, &Outcome::FilterChanged, &Outcome::ErrorLogChanged,
-        &Outcome::OptionsChanged, &Outcome::ResetFormSize, &Outcome::RestoreFormSize, &Outcome::EditLabel}) {
+        &Outcome::OptionsChanged, &Outcome::ResetFormSize, &Outcome::RestoreFormSize, &Outcome::EditLabel,
+        &Outcome::EditPath, &Outcome::ChooseDrive}) {
     this->*flag = this->*flag || later.*flag;
   }
   if (later.Dialog != DialogKind::None) Dialog = later.Dialog;

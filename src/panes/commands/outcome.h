@@ -46,7 +46,8 @@ struct Outcome {
   bool ErrorLogChanged = false;
   bool OptionsChanged = false;  // texts and icons that the settings say
   bool ResetFormSize = false, RestoreFormSize = false;
-  bool EditLabel = false;  // of the row under the cursor: RenameRow follows
+  bool EditLabel = false;                      // of the row under the cursor: RenameRow follows
+  bool EditPath = false, ChooseDrive = false;  // the cursor goes into the path field, into DrvBox
 
   DialogKind Dialog = DialogKind::None;
   std::shared_ptr<const CopyMoveDialog::Parts> Export{};  // for DialogKind::CopyMove

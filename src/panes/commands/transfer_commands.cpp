@@ -17,11 +17,6 @@ constexpr std::string_view NotAvailableTitle = "Funktion nicht verfügbar";
 
 Outcome StartTransfer(CommandContext& context, const ViewMarks& marks, CopyMode mode) {
   const bool isMove = mode == CopyMode::Move;
-  const TwoPanes& panes = context.Panes;
-  if (!panes.ShowsFiles() || panes.ActiveView() != PaneView::LZEBView) {
-    context.prompts().Message(NotAvailableTitle, NotYetAvailable, run::Icon::Exclamation);
-    return {};
-  }
   ArchivePane& source = context.Panes.Left();
   if (source.IsRuleView()) {
     context.prompts().Message(NotAvailableTitle,

@@ -198,7 +198,7 @@ struct CheckedRule {
   Rule IsChecked;
 };
 constexpr auto CheckedRules = std::to_array<CheckedRule>({
-    {"MnEnTabs", [](const Situation& s) { return s.ShowsTabs; }},
+    {"MnEnTabs", [](const Situation& s) { return s.ShowsTabs && IsBuilt(Action::ToggleTabs); }},
     {"MnCxDispMode", [](const Situation& s) { return s.TabDisplayMode; }},
     {"LZEBMsgRoutView", [](const Situation& s) { return s.LeftRuleView; }},
     {"RZEBMsgRoutView", [](const Situation& s) { return s.RightRuleView; }},
@@ -234,6 +234,7 @@ constexpr auto KeyRules = std::to_array<ActionRule>({
     // A short-cut has no entry in the menu, but its label can be edited.
     {Action::Rename,
      [](const Situation& s) { return IsObject(s) && (s.InFileView() || s.UserRights.ObjectProperties); }},
+    {Action::ChooseDrive, [](const Situation& s) { return s.ShowsFiles; }},
     {Action::SwapPanes, [](const Situation& s) { return !s.ShowsFiles; }},
     {Action::TakeLeftIntoRight, [](const Situation& s) { return !s.ShowsFiles; }},
     {Action::TakeRightIntoLeft, [](const Situation& s) { return !s.ShowsFiles; }},
@@ -278,7 +279,7 @@ std::string ToolTipOf(const Command& command, const Situation& situation) {
 }
 
 bool MayRun(Action action, const Situation& situation) {
-  if (situation.IsBusy || !IsBuilt(action)) return false;
+  if (situation.IsBusy || !IsAvailable(action, situation)) return false;
   return std::ranges::all_of(KeyRules, [&](const ActionRule& rule) {
     // A message may be moved without the right that archives need.
     if (action == Action::Move && IsMessage(situation)) return true;
