@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QImageReader>
 #include <QMimeDatabase>
+#include <QPainter>
 
 #include "panes/row_icons.h"
 #include "ui/icons.h"
@@ -15,6 +16,7 @@ constexpr qsizetype TypePrefixLength = 2;  // "ED" and "DI"
 constexpr int CachedIcons = 2000;
 constexpr qint64 MaxIconFileBytes = 1 << 20;
 constexpr QSize IconFileSize(48, 48);
+constexpr int WarningSizes[] = {16, 22, 32, 48};
 
 // The picture within an icon file. Null for any other file: what lies in a directory is not to be trusted.
 QIcon IconOfFile(const QString& hostPath) {
@@ -47,6 +49,23 @@ QIcon RowIcons::Of(const panes::RowIcon& icon) {
   if (found != cache_.constEnd()) return *found;
   if (cache_.size() >= CachedIcons) cache_.clear();
   const QIcon made = Make(icon);
+  cache_.insert(key, made);
+  return made;
+}
+
+QIcon RowIcons::Warning(const panes::RowIcon& icon) {
+  const QString key = "!" + ToQt(icon.Key + icon.FilePath);
+  const auto found = cache_.constFind(key);
+  if (found != cache_.constEnd()) return *found;
+  const QIcon plain = Of(icon), warning = IconOf("Warning");
+  QIcon made;
+  for (const int size : WarningSizes) {
+    QPixmap pixmap = plain.pixmap(size);
+    const int part = size * 2 / 3;
+    QPainter painter(&pixmap);
+    painter.drawPixmap(size - part, size - part, warning.pixmap(part));
+    made.addPixmap(pixmap);
+  }
   cache_.insert(key, made);
   return made;
 }

@@ -16,6 +16,8 @@ class RowIcons {
 
   QIcon Of(const panes::RowIcon& icon);
   QIcon OfKey(std::string_view key);
+  // The same with the warning in its corner.
+  QIcon Warning(const panes::RowIcon& icon);
   // The settings of the pictures have changed.
   void Forget() { cache_.clear(); }
 

@@ -42,6 +42,8 @@ MainWindow::MainWindow(startup::Context& context, QtFrontEnd& frontEnd)
   MakeBars();
   MakePanes();
   MakeStatusBar();
+  rowSizes_ = new RowSizes(
+      context.options, context.run.clock(), [this] { return busy_.IsBusy(); }, this);
   ShowGeometry(context.options);
   interchangeTimer_.setInterval(panes::InterchangeInterval);
   displayTimer_.setInterval(panes::DisplayTimerInterval);
@@ -112,6 +114,7 @@ void MainWindow::Unload() {
   isUnloaded_ = true;
   interchangeTimer_.stop();
   displayTimer_.stop();
+  rowSizes_->Stop();
   qApp->removeEventFilter(this);
   frontEnd_.Status().ShowText = {};
   hide();
@@ -135,6 +138,7 @@ void MainWindow::SetActiveView(PaneView view) {
   twoPanes_.SetActiveView(view);
   if (twoPanes_.ActiveView() == before) return;
   for (PaneWidget* const widget : widgets_) widget->SetActive(widget == &ActiveWidget());
+  rowSizes_->Follow(ActiveWidget());
   UpdateCommands();
 }
 
@@ -147,6 +151,7 @@ void MainWindow::RunAction(Action action) {
   if (isUnloaded_ || busy_.IsBusy() || action == Action::None) return;
   StoreGeometry();
   stopCount_ = false;
+  rowSizes_->Stop();  // the command may change what is counted
   // The selection is the list's own business.
   if (action == Action::FlipSelection) {
     ActiveWidget().View().FlipSelection();
@@ -160,7 +165,10 @@ void MainWindow::Apply(panes::Outcome outcome) {
     if (Finished) Finished(outcome);
     return;
   }
-  if (outcome.OptionsChanged) icons_.Forget();
+  if (outcome.OptionsChanged) {
+    icons_.Forget();
+    ShowExternalProgram();
+  }
   if (outcome.ResetFormSize) ShowGeometry(settings::Options());
   if (outcome.RestoreFormSize) ShowGeometry(context_.loadedOptions);
   ShowViews(outcome);
@@ -171,6 +179,8 @@ void MainWindow::Apply(panes::Outcome outcome) {
   ShowStatus();
   UpdateCommands();
   if (outcome.EditLabel) ActiveWidget().View().EditLabel();
+  if (outcome.EditPath) ActiveWidget().Path().setFocus(Qt::ShortcutFocusReason);
+  if (outcome.ChooseDrive) driveBox_->setFocus(Qt::ShortcutFocusReason);
   if (outcome.Message) ShowMessage(*outcome.Message);
   if (outcome.Dialog != panes::DialogKind::None) ShowDialog(outcome);
 }
@@ -251,9 +261,6 @@ void MainWindow::UpdateCommands() {
     const panes::Situation situation = Situation();
     bars_->Update(situation);
     keyRow_->Update(situation);
-    if (const panes::Command* external = panes::FindCommand("ExtAppButton")) {
-      bars_->ActionOf(*external)->setToolTip(PlainTip(ToQt(context_.options.ExternalApplication)));
-    }
   });
 }
 

@@ -20,6 +20,7 @@
 #include "ui/key_row.h"
 #include "ui/pane_widget.h"
 #include "ui/qt_front_end.h"
+#include "ui/row_sizes.h"
 #include "ui/status_panels.h"
 
 class QSplitter;
@@ -53,14 +54,15 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
-
   bool event(QEvent* event) override;
+
  private:
   bool Breathe() override;  // while a list is filled
 
   // --- Controls. ---
   void MakeBars();
   void MakePanes();
+  void ShowExternalProgram();
   void MakeStatusBar();
   void Connect(PaneWidget& widget, panes::PaneView view);
   // --- Geometry. ---
@@ -109,6 +111,7 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   std::array<PaneWidget*, 3> widgets_{};  // by PaneView
   KeyRow* keyRow_ = nullptr;
   StatusPanels* status_ = nullptr;
+  RowSizes* rowSizes_ = nullptr;
   QTimer interchangeTimer_, displayTimer_;
   bool isUpdatePending_ = false;
   bool isUnloaded_ = false;

@@ -8,9 +8,12 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "base/text.h"
+#include "panes/commands/external_program.h"
 #include "ui/completion.h"
 #include "ui/icons.h"
 #include "ui/main_window.h"
+#include "ui/program_icon.h"
 #include "ui/text.h"
 
 namespace velmora::ui {
@@ -37,15 +40,28 @@ void MainWindow::MakeBars() {
   toolBar_->setMovable(false);
   toolBar_->setIconSize(QSize(ToolIconSize, ToolIconSize));
   bars_->FillToolBar(*toolBar_, panes::Place::ToolBar);
-  if (const panes::Command* external = panes::FindCommand("ExtAppButton")) {
-    bars_->ActionOf(*external)->setIcon(IconOf("IStdEXE"));
-  }
+  ShowExternalProgram();
   addToolBar(Qt::TopToolBarArea, toolBar_);
   addToolBarBreak(Qt::TopToolBarArea);
   driveBar_ = new DriveBar(this);
   driveBar_->Chosen = [this](const std::string& drive) { ChooseDrive(drive); };
   addToolBar(Qt::TopToolBarArea, driveBar_);
   setContextMenuPolicy(Qt::NoContextMenu);  // the toolkit's own would hide the bars
+}
+
+// The button of the external program bears the program's picture, and its command line as tool tip.
+void MainWindow::ShowExternalProgram() {
+  const panes::Command* const command = panes::FindCommand("ExtAppButton");
+  if (command == nullptr) return;
+  const std::string& line = context_.options.ExternalApplication;
+  std::string program = panes::ProgramOf(line);
+  if (program.find('\\') != std::string::npos) {
+    program = context_.fileSystem.HostPath(program).value_or(program);  // named by its Windows path
+  }
+  const QIcon own = IconOfProgram(ToQt(program));
+  QAction& action = *bars_->ActionOf(*command);
+  action.setIcon(own.isNull() ? IconOf("IStdEXE") : own);
+  action.setToolTip(PlainTip(ToQt(line)));
 }
 
 void MainWindow::MakePanes() {
@@ -81,6 +97,9 @@ void MainWindow::MakePanes() {
   files->View().Drop = [this](const QStringList& paths) {
     const QFileInfo first(paths.first());
     EnterPath(PaneView::RFSView, first.isDir() ? first.filePath() : first.path());
+    const int row =
+        first.isDir() ? -1 : panes::FindByDisplayName(twoPanes_.Files(), ToLower(FromQt(first.fileName())));
+    if (row >= 0) Widget(PaneView::RFSView).View().SetCursor(static_cast<std::size_t>(row));
     return true;
   };
 
@@ -111,8 +130,11 @@ void MainWindow::Connect(PaneWidget& widget, PaneView view) {
   list.Opened = [this] { RunAction(Action::Open); };
   list.RowChanged = [this, view] { RowChanged(view); };
   list.ClickedHeader = [&widget](std::size_t column) {
+    // What is selected stays so, wherever the sort takes it.
+    const panes::SelectionSet marked = panes::ByUnsortedIndex(widget.Pane(), widget.View().Marks().Selection);
     widget.Pane().ClickHeader(column);
     widget.Sync();
+    widget.View().SetSelection(panes::FromUnsortedIndex(widget.Pane(), marked));
   };
   widget.Model().Rename = [this](std::size_t row, const std::string& name) {
     // Not within the editor that has just closed.

@@ -62,6 +62,12 @@ bool MainWindow::HandleKey(QKeyEvent& event) {
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
   if (ActiveWidget().View().IsEditing()) return;
+  if (event->key() == Qt::Key_Escape) {
+    rowSizes_->Stop();
+    ShowDrive();  // a drive that was only looked at
+    ActiveWidget().View().setFocus();
+    return;
+  }
   // A key that no control wanted, such as a function key while a path is typed.
   const std::string key = KeyText(*event);
   for (const panes::KeyBinding& binding : panes::Keys()) {
@@ -85,12 +91,6 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
-bool MainWindow::Breathe() {
-  QCoreApplication::processEvents();
-  return stopCount_;
-}
-
-void MainWindow::ChooseDrive(const std::string& drive) { EnterPath(PaneView::RFSView, ToQt(drive + "\\")); }
 bool MainWindow::event(QEvent* event) {
   // A box of a command that has changed a list stands before the list as it now is.
   if (event->type() == QEvent::WindowBlocked && !isUnloaded_) {
@@ -101,6 +101,12 @@ bool MainWindow::event(QEvent* event) {
   return QMainWindow::event(event);
 }
 
+bool MainWindow::Breathe() {
+  QCoreApplication::processEvents();
+  return stopCount_;
+}
+
+void MainWindow::ChooseDrive(const std::string& drive) { EnterPath(PaneView::RFSView, ToQt(drive + "\\")); }
 
 void MainWindow::EnterPath(PaneView view, const QString& path) {
   if (busy_.IsBusy() || isUnloaded_) return;
@@ -130,6 +136,7 @@ void MainWindow::ShowContextMenu(PaneView view, const QPoint& place) {
 
 void MainWindow::RowChanged(PaneView view) {
   Widget(view).NoteCursor();
+  if (!isUnloaded_ && view == twoPanes_.ActiveView()) rowSizes_->Follow(Widget(view));
   if (isUpdatePending_ || isUnloaded_) return;
   UpdateCommands();
   QTimer::singleShot(0, this, &MainWindow::ShowStatus);

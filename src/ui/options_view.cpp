@@ -35,6 +35,7 @@ class OptionsView final : public QDialog {
     for (const panes::OptionPageText& page : panes::OptionPages()) {
       QWidget* const made = MakePage(page.Page);
       made->setObjectName(ToQt(page.Control));
+      made->setAccessibleName(ToQt(page.Caption));
       tabs->addTab(made, PlainCaption(page.Caption));
     }
     auto* const buttons = MakeOkCancel(*this);

@@ -1,6 +1,7 @@
 #include "ui/pane_model.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QPalette>
 
 #include "panes/rows.h"
@@ -15,6 +16,19 @@ static_assert(panes::entry_type::ControlEntry == panes::entry_type::DirBackEntry
 
 constexpr std::string_view SizeCaption = "Größe";
 
+// A hidden archive is written in italics and fainter than the others.
+constexpr float FaintOpacity = 0.6F;
+QFont ItalicFont() {
+  QFont font;
+  font.setItalic(true);
+  return font;
+}
+QColor FaintText() {
+  QColor colour = QApplication::palette().color(QPalette::Text);
+  colour.setAlphaF(FaintOpacity);
+  return colour;
+}
+
 }  // namespace
 
 PaneModel::PaneModel(panes::Pane& pane, RowIcons& icons, QObject* parent)
@@ -23,7 +37,10 @@ PaneModel::PaneModel(panes::Pane& pane, RowIcons& icons, QObject* parent)
 }
 
 bool PaneModel::Sync() {
-  if (generation_ == pane_.Generation()) return false;
+  if (!IsStale()) {
+    ShowTexts();
+    return false;
+  }
   beginResetModel();
   generation_ = pane_.Generation();
   editable_.reset();
@@ -31,6 +48,10 @@ bool PaneModel::Sync() {
   columns_ = static_cast<int>(pane_.Columns().size());
   endResetModel();
   return true;
+}
+
+void PaneModel::ShowTexts() {
+  if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
 }
 
 int PaneModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
@@ -45,11 +66,19 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return ToQt(pane_.Text(row, column));
     case Qt::ToolTipRole:
-      return PlainTip(ToQt(pane_.Text(row, column)));
+      return PlainTip(WithMarks(row, column));
+    case Qt::AccessibleTextRole:
+      return WithMarks(row, column);
+    case Qt::FontRole:
+      return pane_.MarksOf(row).IsHidden ? QVariant(ItalicFont()) : QVariant();
+    case Qt::ForegroundRole:
+      return pane_.MarksOf(row).IsHidden ? QVariant(FaintText()) : QVariant();
     case Qt::EditRole:
       return ToQt(pane_.Name(row));
     case Qt::DecorationRole: {
-      if (column == 0) return icons_.Of(pane_.Icon(row));
+      if (column == 0) {
+        return pane_.MarksOf(row).IsCircular ? icons_.Warning(pane_.Icon(row)) : icons_.Of(pane_.Icon(row));
+      }
       const std::string_view key = pane_.ColumnIcon(row, column);
       return key.empty() ? QVariant() : QVariant(icons_.OfKey(key));
     }
@@ -61,6 +90,12 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
     default:
       return {};
   }
+}
+
+QString PaneModel::WithMarks(std::size_t row, std::size_t column) const {
+  const QString text = ToQt(pane_.Text(row, column));
+  const std::string marks = column == 0 ? panes::MarksText(pane_.MarksOf(row)) : "";
+  return marks.empty() ? text : text + " (" + ToQt(marks) + ")";
 }
 
 bool PaneModel::setData(const QModelIndex& index, const QVariant& value, int role) {

@@ -20,6 +20,8 @@ class PaneModel final : public QAbstractTableModel {
 
   // Shows the pane anew if it has changed since the last time. Whether it had.
   bool Sync();
+  // The same rows, with other texts in them.
+  void ShowTexts();
   bool IsStale() const { return generation_ != pane_.Generation(); }
   // The label of this row can be edited until the edit ends.
   void AllowEdit(std::optional<std::size_t> row) { editable_ = row; }
@@ -32,6 +34,9 @@ class PaneModel final : public QAbstractTableModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
+  // The text of a cell and how its row is marked.
+  QString WithMarks(std::size_t row, std::size_t column) const;
+
   panes::Pane& pane_;
   RowIcons& icons_;
   std::uint64_t generation_ = 0;

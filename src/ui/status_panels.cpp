@@ -1,6 +1,5 @@
 #include "ui/status_panels.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QLabel>
 #include <QToolButton>
@@ -13,15 +12,17 @@ namespace velmora::ui {
 namespace {
 
 constexpr int CountPanelCharacters = 22, ModePanelCharacters = 8;
+constexpr int PictureSize = 16;
 
 struct PanelNames {
   const char *Name, *AccessibleName;
-  int Characters;  // 0: takes what the others leave
+  int Characters;                 // 0: takes what the others leave
+  const char* Picture = nullptr;  // of a list that hides entries
 };
 
 constexpr PanelNames Names[] = {{"PanelState", "Status", 0},
-                                {"PanelLeft", "Linke Liste", CountPanelCharacters},
-                                {"PanelRight", "Rechte Liste", CountPanelCharacters},
+                                {"PanelLeft", "Linke Liste", CountPanelCharacters, "HidingLeft"},
+                                {"PanelRight", "Rechte Liste", CountPanelCharacters, "HidingRight"},
                                 {"PanelMode", "Rechte des Benutzers", ModePanelCharacters}};
 
 }  // namespace
@@ -43,6 +44,16 @@ StatusPanels::StatusPanels(QWidget* parent) : QStatusBar(parent), warning_(new Q
     panel->setMargin(2);
     panel->installEventFilter(this);
     panels_[i] = panel;
+    if (Names[i].Picture != nullptr) {
+      auto* const picture = new QLabel;
+      picture->setObjectName(Names[i].Picture);
+      picture->setAccessibleName("Nachrichtenausblendung");
+      picture->setPixmap(IconOf("Warning").pixmap(PictureSize));
+      picture->installEventFilter(this);
+      picture->hide();
+      pictures_[i] = picture;
+      addPermanentWidget(picture);
+    }
     addPermanentWidget(panel, Names[i].Characters == 0 ? 1 : 0);
     if (static_cast<StatusPanel>(i) == StatusPanel::State) addPermanentWidget(warning_);
   }
@@ -58,11 +69,10 @@ void StatusPanels::SetText(StatusPanel panel, const QString& text) { At(panel).s
 void StatusPanels::ShowWarning(bool isShown) { warning_->setVisible(isShown); }
 
 void StatusPanels::ShowHiding(StatusPanel panel, std::string_view tip) {
-  QLabel& label = At(panel);
-  label.setToolTip(ToQt(tip));
-  QPalette palette = QApplication::palette(&label);
-  if (!tip.empty()) palette.setColor(QPalette::WindowText, palette.color(QPalette::Link));
-  label.setPalette(palette);
+  QLabel& picture = *pictures_[static_cast<std::size_t>(panel)];
+  At(panel).setToolTip(ToQt(tip));
+  picture.setToolTip(ToQt(tip));
+  picture.setVisible(!tip.empty());
 }
 
 bool StatusPanels::eventFilter(QObject* watched, QEvent* event) {
@@ -72,7 +82,7 @@ bool StatusPanels::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   for (const StatusPanel panel : {StatusPanel::Left, StatusPanel::Right}) {
-    if (watched == &At(panel)) {
+    if (watched == &At(panel) || watched == pictures_[static_cast<std::size_t>(panel)]) {
       CountChosen(panel);
       return true;
     }

@@ -24,8 +24,8 @@ class StatusPanels final : public QStatusBar {
 
   QString Text(StatusPanel panel) const;
   void SetText(StatusPanel panel, const QString& text);
-  // The count of a list that hides entries stands out, and says why in its tool tip; "" for one that does
-  // not.
+  // A picture stands before the count of a list that could hide entries, and the tool tip says whether it
+  // does; "" for any other list.
   void ShowHiding(StatusPanel panel, std::string_view tip);
   void ShowWarning(bool isShown);
 
@@ -36,6 +36,7 @@ class StatusPanels final : public QStatusBar {
   QLabel& At(StatusPanel panel) const { return *panels_[static_cast<std::size_t>(panel)]; }
 
   std::array<QLabel*, 4> panels_{};
+  std::array<QLabel*, 4> pictures_{};  // null for a panel without
   QToolButton* warning_;
 };
 
