@@ -166,7 +166,8 @@ struct DvEntryRow {
   std::string RecipientText;        // tag::RecipientText
   std::string FirstRecipient;       // the first of tag::Recipients
   std::vector<std::string> AttachmentNames;
-  std::string Link;  // of a link item
+  std::string Link;      // of a link item
+  std::string Location;  // tag::Location
 
   bool operator==(const DvEntryRow&) const = default;
 };

@@ -31,6 +31,7 @@ inline Result<store::DvEntryRow> ReadEntryRow(store::DvItem& item) {
   row.SenderAddress = store::FieldText(get(tag::SenderAddress));
   row.RecipientAddress = store::FieldText(get(tag::RecipientAddress));
   row.RecipientText = store::FieldText(get(tag::RecipientText));
+  row.Location = store::FieldText(get(tag::Location));
   const auto recipients = get(tag::Recipients);
   if (const auto* const texts = std::get_if<std::vector<std::string>>(&recipients);
       texts && !texts->empty()) {

@@ -2,6 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
 #include "base/paths.h"
 #include "base/text.h"
 #include "panes/commands/pane_changes.h"
@@ -43,17 +48,30 @@ void TellNoEntry(CommandContext& context, const std::string& fileName) {
       run::Icon::Exclamation);
 }
 
-// The row of the entry that the file belongs to: its name up to the "." is the last part of the location.
-std::optional<std::size_t> FindEntry(const ArchivePane& pane, std::string_view fileName) {
+// The entry that the file belongs to: its name up to the "." is the last part of the location.
+std::optional<store::EntryKey> FindEntry(store::DvArchive& archive, std::uint32_t filter,
+                                         std::string_view fileName) {
+  constexpr int rowsAtOnce = 4096;
   const std::string base = FoldCase(fileName.substr(0, fileName.find('.')));
-  store::DvArchive& archive = *pane.CurrentArchive();
-  for (std::size_t row = 0; row < pane.RowCount(); ++row) {
+  const auto entries = archive.GetEntries(filter);
+  const int count = entries ? (*entries)->Count() : 0;
+  std::vector<store::DvEntryRow> rows;
+  for (int first = 0; first < count; first += rowsAtOnce) {
+    rows.clear();
+    // Behind what cannot be read there may be more.
+    (void)(*entries)->ReadRows(first, std::min(rowsAtOnce, count - first), rows);
+    const auto found = std::ranges::find_if(
+        rows, [&](const store::DvEntryRow& row) { return FoldCase(FileNameOf(row.Location)) == base; });
+    if (found != rows.end()) return found->Key;
+  }
+  return std::nullopt;
+}
+
+// The row of that entry, where the pane shows it.
+std::optional<std::size_t> FindRow(const ArchivePane& pane, std::optional<store::EntryKey> key) {
+  for (std::size_t row = 0; key && row < pane.RowCount(); ++row) {
     const MessageRow* const message = pane.Message(row);
-    if (message == nullptr) continue;
-    const auto item = archive.GetEntry(message->RecNo);
-    if (!item) continue;
-    const auto location = (*item)->Fields().Get(store::tag::Location);
-    if (location && FoldCase(FileNameOf(store::FieldText(*location))) == base) return row;
+    if (message != nullptr && message->RecNo == *key) return row;
   }
   return std::nullopt;
 }
@@ -81,7 +99,8 @@ Outcome OpenPathInPane(CommandContext& context, std::string_view path, bool with
     outcome.FilesChanged = true;
   }
   if (!withItem || split.FileName.empty()) return outcome;
-  if (const auto row = FindEntry(left, split.FileName)) {
+  const auto filter = static_cast<std::uint32_t>(context.App.options.DvItemFilter);
+  if (const auto row = FindRow(left, FindEntry(**archive, filter, split.FileName))) {
     context.Panes.SetActiveView(PaneView::LZEBView);
     outcome.ActiveViewChanged = true;
     outcome.CurrentRow = *row;

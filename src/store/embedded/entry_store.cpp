@@ -82,7 +82,11 @@ Status EntryStore::ReadListRows(std::string_view directory, std::span<const Entr
                                 std::vector<DvEntryRow>& rows) {
   auto archive = pool_.ForReading(directory);
   if (!archive) return Fail(archive.error());
-  return *archive == nullptr ? Status{} : (*archive)->Database().ReadListRows(keys, rows);
+  if (*archive == nullptr) return {};
+  const std::size_t before = rows.size();
+  const Status read = (*archive)->Database().ReadListRows(keys, rows);
+  for (DvEntryRow& row : std::span(rows).subspan(before)) row.Location = Location(directory, row.Key);
+  return read;
 }
 
 template <typename Write>
