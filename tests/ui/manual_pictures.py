@@ -11,17 +11,8 @@ import sys
 import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
-from screenshots import ROOT, Session, enter  # noqa: E402
+from screenshots import ROOT, Session, enter, show_directory  # noqa: E402
 from workplace import Workplace  # noqa: E402
-
-
-def show_directory(session, path):
-    """Types a path into the path field of the right side."""
-    session.keys("Tab")
-    session.xdotool("mousemove", 960, 102, "click", 1)
-    session.keys("ctrl+a")
-    session.type(str(path))
-    session.keys("Return")
 
 
 def main():

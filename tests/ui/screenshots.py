@@ -160,6 +160,40 @@ DIALOGS = {
 }
 
 
+def show_directory(session, path):
+    """Types a path into the path field of the right side, which is active then."""
+    session.keys("Tab", "ctrl+l")
+    session.type(str(path))
+    session.keys("Return")
+
+
+# Each with the keys that open it from the file view, whose cursor stands on a page of a mail archive.
+MAIL_ARCHIVE = {
+    "mailarc-menu": ["alt+b", "m"],
+    "mailarc-marker": ["alt+b", "m", "k"],
+    "mailarc-descriptor": ["alt+b", "m", "d"],
+    "mailarc-entry": ["alt+b", "m", "e"],
+    "mailarc-index": ["alt+b", "m", "i"],
+}
+
+
+def take_mail_archive(session, directory):
+    """A mail archive on the right, and what is done with it."""
+    show_directory(session, directory)
+    session.keys("Home", "Down", "Down")
+    session.shot("mailarc")
+    for name, keys in MAIL_ARCHIVE.items():
+        session.keys(*keys)
+        session.shot(name)
+        session.back()
+    session.keys("alt+b", "m", "k")
+    session.keys(*["Tab"] * 9, "space")  # the button of the user information
+    session.shot("mailarc-userinfo")
+    session.back()
+    session.back()
+    session.keys("Tab")
+
+
 def take(session, brief):
     session.shot("default-size")
     session.enlarge()
@@ -190,10 +224,13 @@ def main():
         place = Workplace(pathlib.Path(directory), options.bin.resolve(), [messages])
         place.deliver()
         place.put_entries()
+        place.export()
         for prefix, scale, dark in [("light", 1, False), ("dark", 1, True), ("light2", 2, False), ("dark2", 2, True)]:
             if options.only in (None, prefix):
                 with contextlib.closing(Session(place, options.output, prefix, scale, dark)) as session:
                     take(session, brief=scale == 2)
+                    if scale == 1:
+                        take_mail_archive(session, place.archive / "Gemeinsam" / "messages" / "Einkauf")
 
 
 if __name__ == "__main__":

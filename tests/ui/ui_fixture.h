@@ -86,6 +86,7 @@ class WindowTest : public startup::ProgramTest {
     const int row = RowOf(list, text);
     ASSERT_GE(row, 0) << text.toStdString();
     list.setFocus();
+    list.Activated();  // a window that the desktop has not activated gets no focus
     list.SetCursor(static_cast<std::size_t>(row));
     Settle();
   }
