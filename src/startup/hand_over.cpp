@@ -10,6 +10,8 @@ namespace velmora::startup {
 namespace {
 
 constexpr std::string_view HandOverName = "VelmoraDisplayParms.zeb";
+// No desktop starts a program with more: what is longer was not written by an instance.
+constexpr std::size_t LongestLine = 32 * 1024;
 
 std::string HandOverPath(const Context& context) { return JoinPath(context.process.TempDir, HandOverName); }
 
@@ -21,7 +23,11 @@ bool HandOverFileExists(Context& context) {
 
 std::string ReadHandOverFile(Context& context) {
   const Result<std::string> bytes = context.fileSystem.ReadFile(HandOverPath(context));
-  return bytes ? std::string(Trim(FromCodePage(Split(*bytes, "\n", 2).front()))) : "";
+  if (!bytes) {
+    return "";
+  }
+  const std::string_view line = std::string_view(*bytes).substr(0, bytes->find('\n'));
+  return line.size() > LongestLine ? "" : std::string(Trim(FromCodePage(line)));
 }
 
 void WriteHandOverFile(Context& context) {

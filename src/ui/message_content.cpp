@@ -74,15 +74,13 @@ std::size_t CharacterStart(std::string_view text, std::size_t at) {
 std::string BreakLongLines(std::string text, MessageContent& content) {
   std::string broken;
   std::size_t done = 0;
-  for (std::size_t line = 0; line < text.size();) {
-    const std::size_t end = std::min(text.find('\n', line), text.size());
-    if (end - line <= ShownLineBytes) {
-      line = end + 1;
-      continue;
+  for (std::size_t line = 0, end = 0; line < text.size(); line = end + 1) {
+    end = std::min(text.find('\n', line), text.size());
+    while (end - line > ShownLineBytes) {
+      line = CharacterStart(text, line + ShownLineBytes);
+      broken.append(text, done, line - done).push_back('\n');
+      done = line;
     }
-    line = CharacterStart(text, line + ShownLineBytes);
-    broken.append(text, done, line - done).push_back('\n');
-    done = line;
   }
   if (done == 0) return text;
   if (content.Notice.empty()) content.Notice = BrokenText;

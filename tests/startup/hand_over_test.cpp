@@ -134,6 +134,13 @@ TEST_F(HandOverTest, AFileThatCannotBeReadIsAnEmptyLine) {
   EXPECT_EQ(ReadHandOverFile(context()), "");  // only the first line counts
 }
 
+TEST_F(HandOverTest, ALineThatNoDesktopWritesIsAnEmptyLine) {
+  StartSession();
+  directory.WriteHostFile("temp/$$Velmora/VelmoraDisplayParms.zeb", "-c " + std::string(10 << 20, 'A'));
+  ASSERT_TRUE(HandOverFileExists(context()));
+  EXPECT_EQ(ReadHandOverFile(context()), "");
+}
+
 TEST_F(HandOverTest, AnUnattendedRunIsNoInstance) {
   directory.WriteHostFile("empty.txt", "; nothing\r\n");
   HandOverTick tick;
