@@ -22,6 +22,10 @@ void AddStoreCommands(CLI::App& app, Action& action);
 void AddPutCommands(CLI::App& group, Action& action);
 // `velmoractl tree ...`: what is wrong with the entries of the tree of archives.
 void AddTreeCommands(CLI::App& app, Action& action);
+// `velmoractl copy`, `move` and `delete`: archives and messages within the store.
+void AddArchiveCommands(CLI::App& app, Action& action);
+// `velmoractl rules ...`: the routing rules of archives.
+void AddRuleCommands(CLI::App& app, Action& action);
 // `velmoractl run FILE|KEY=VALUE...`: an unattended run.
 void AddRunCommand(CLI::App& app, Action& action);
 // `velmoractl addresses ...`: addresses to and from files.

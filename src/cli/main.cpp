@@ -40,7 +40,9 @@ std::string_view GermanText(const CLI::ParseError& error) {
 
 // The library's own text is English and begins with the option concerned: "--server is required".
 std::string_view SubjectOf(const CLI::ParseError& error) {
-  const std::string_view text = error.what();
+  constexpr std::string_view Conversion = "Could not convert: ";
+  std::string_view text = error.what();
+  if (text.starts_with(Conversion)) text.remove_prefix(Conversion.size());
   return text.starts_with("A subcommand") ? "BEFEHL" : text.substr(0, text.find_first_of(" :"));
 }
 
@@ -98,6 +100,8 @@ int Run(int argc, char** argv) {
   app.require_subcommand(1);
   Action action;
   AddStoreCommands(app, action);
+  AddArchiveCommands(app, action);
+  AddRuleCommands(app, action);
   AddTreeCommands(app, action);
   AddRunCommand(app, action);
   AddAddressCommands(app, action);
@@ -111,7 +115,8 @@ int Run(int argc, char** argv) {
     PrintError(ExplainParseError(app, error));
     PrintError(
         "Hilfe zeigen velmoractl --help, velmoractl run --help, velmoractl store BEFEHL --help, "
-        "velmoractl tree BEFEHL --help, velmoractl addresses BEFEHL --help");
+        "velmoractl copy --help, velmoractl rules BEFEHL --help, velmoractl tree BEFEHL --help, "
+        "velmoractl addresses BEFEHL --help");
     return exit_status::WrongUsage;
   }
   return action ? action() : exit_status::WrongUsage;

@@ -39,7 +39,7 @@ int RunUnattendedCommand(const std::string& storeOption,
   startup::LoadSession(context);
   const startup::BatchOutcome outcome = startup::RunUnattended(context, [&] { return work(context); });
   std::fputs(ReplaceAll(outcome.Summary, "\r\n", "\n").c_str(), stdout);
-  if (outcome.ExitStatus != startup::exit_status::Done) {
+  if (outcome.ExitStatus != startup::exit_status::Done && context.run.ErrorLogExists()) {
     PrintError(fmt::format("Es sind Fehler aufgetreten, siehe {}", LogHostPath(context)));
   }
   return outcome.ExitStatus;
