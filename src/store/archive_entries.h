@@ -50,9 +50,9 @@ enum class FixedParts {
 
 struct EntryMove {
   EntryPlace Entry;
-  bool IsShortCut = false;  // the entry is a link
-  std::string FullPath;     // of the entry in the tree, where known: keeps it from moving below itself
-  std::string Name;         // of the new entry; "" keeps the entry's
+  bool IsShortCut = false;    // the entry is a link
+  std::string FullPath = {};  // of the entry in the tree, where known: keeps it from moving below itself
+  std::string Name = {};      // of the new entry; "" keeps the entry's
   EntryForm Form = EntryForm::Move;
   FixedParts Parts = FixedParts::OfEntry;
 };

@@ -35,6 +35,19 @@ void CheckList(const std::string& directory, const ArchiveList& list, Findings& 
   }
 }
 
+// A list that is missing beside its backup: a rewrite was broken off, or somebody has taken the list away.
+void CheckMissingList(platform::FileSystem& fileSystem, const std::string& directory, Findings& findings) {
+  const std::string place = NormalizePath(directory);
+  if (IsListInterrupted(fileSystem, place))
+    findings.push_back(
+        {directory,
+         "archive.dir fehlt nach einem abgebrochenen Schreibvorgang; bis zur nächsten Änderung "
+         "gilt archivedir.bak"});
+  else if (!fileSystem.FileExists(JoinPath(place, archive_file::List)) &&
+           fileSystem.FileExists(JoinPath(place, archive_file::ListBackup)))
+    findings.push_back({directory, "archive.dir fehlt; archivedir.bak ist vorhanden und gilt nicht", true});
+}
+
 void CheckSelf(platform::FileSystem& fileSystem, const std::string& directory, Findings& findings) {
   const auto self = fileSystem.GetEntry(JoinPath(NormalizePath(directory), archive_file::Self));
   if (self && self->Size != static_cast<std::int64_t>(DirRecord::Size))
@@ -139,6 +152,7 @@ std::vector<ArchiveTree::Finding> ArchiveTree::Check() {
   // Where an archive's own record was met first.
   std::unordered_map<std::string, std::string> owners;
   for (const std::string& directory : directories) {
+    CheckMissingList(state_->FileSystem, directory, findings);
     CheckSelf(state_->FileSystem, directory, findings);
     if (!unread.contains(directory)) CheckFolders(state_->FileSystem, directory, named, findings);
     for (const ArchiveRecord& record : Children(directory).value_or(std::vector<ArchiveRecord>())) {
