@@ -126,6 +126,12 @@ void ReadAttachments(DvItem& item, MessageContent& content) {
   }
 }
 
+// Of a mail without a plain text the store gives the HTML as its text.
+bool IsHtmlItself(std::string_view text, std::string_view html) {
+  constexpr std::size_t compared = 64;
+  return text.substr(0, compared) == html.substr(0, compared) || text.empty();
+}
+
 void ReadMailBody(store::DvMailItem& mail, MessageContent& content) {
   content.Kind = ContentKind::Text;
   std::string html = FieldTextOf(mail.Item(), store::tag::HtmlRendition);
@@ -141,7 +147,7 @@ void ReadMailBody(store::DvMailItem& mail, MessageContent& content) {
     return;
   }
   content.Notice = html.size() > ShownHtmlBytes ? LongHtmlText : DeepText;
-  if (content.Text.empty()) {
+  if (IsHtmlItself(content.Text, html)) {
     html.resize(std::min(html.size(), ShownHtmlBytes));
     content.Text = BreakLongLines(MakeValidUtf8(html::HtmlToText(html)), content);
   }

@@ -115,6 +115,7 @@ TEST_F(MessageContentStoreTest, ALongHtmlBodyIsShownAsText) {
   const MessageContent content = Content(Head("text/html; charset=utf-8") + html);
   EXPECT_EQ(content.Kind, ContentKind::Text);
   EXPECT_NE(content.Text.find("Anfang"), std::string::npos);
+  EXPECT_EQ(content.Text.find("<p>"), std::string::npos) << "its source is no text";
   EXPECT_NE(content.Notice.find("zu lang"), std::string::npos);
 }
 
