@@ -205,5 +205,31 @@ TEST_F(InterruptedRewriteTest, OnlyWhatIsCertainlyNotThereIsGone) {
   EXPECT_EQ(LookForDirectory(*Files, R"(\\ANDERER\DAVID\ARCHIVE\A)"), DirectoryState::Unknown);
 }
 
+// A directory whose names may be read, but not what they stand for, looks as if it had no list.
+TEST_F(InterruptedRewriteTest, AListThatMayNotBeReadIsNoEmptyOne) {
+  namespace fs = std::filesystem;
+  WriteList({A});
+  fs::permissions(Temp.HostPath(), fs::perms(0755));
+  fs::permissions(Temp.HostPath("ARCHIVE"), fs::perms(0444));
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr uid_t Nobody = 65534;  // the root user may look everywhere
+    if (geteuid() == 0 && seteuid(Nobody) != 0) _exit(9);
+    const auto files = MakeFiles();
+    if (ErrorOf(ReadArchiveList(*files, Directory)) != store_error::NoAccess) _exit(1);
+    if (ErrorOf(FindArchiveRecord(*files, Directory, {.Path = PathOf("A")})) != store_error::NoAccess)
+      _exit(2);
+    if (AppendArchiveRecord(*files, Directory, B)) _exit(3);
+    if (LookForDirectory(*files, PathOf("WEG")) != DirectoryState::Unknown) _exit(4);
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  fs::permissions(Temp.HostPath("ARCHIVE"), fs::perms(0755));
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(List(), A.Bytes());
+}
+
 }  // namespace
 }  // namespace velmora::store
