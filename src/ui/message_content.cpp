@@ -6,10 +6,10 @@
 #include <array>
 
 #include "base/text.h"
-#include "html/converters.h"
 #include "panes/display_text.h"
 #include "store/item_properties.h"
 #include "store/vocabulary.h"
+#include "ui/html_text.h"
 
 namespace velmora::ui {
 namespace {
@@ -149,7 +149,7 @@ void ReadMailBody(store::DvMailItem& mail, MessageContent& content) {
   content.Notice = html.size() > ShownHtmlBytes ? LongHtmlText : DeepText;
   if (IsHtmlItself(content.Text, html)) {
     html.resize(std::min(html.size(), ShownHtmlBytes));
-    content.Text = BreakLongLines(MakeValidUtf8(html::HtmlToText(html)), content);
+    content.Text = BreakLongLines(MakeValidUtf8(TextOfHtml(html)), content);
   }
 }
 

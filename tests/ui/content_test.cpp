@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "ui/html_text.h"
 #include "ui/message_content.h"
 #include "ui_fixture.h"
 
@@ -34,6 +35,17 @@ TEST(MessageContentTest, ProgramsAreKnownByTheirNames) {
   }
   for (const char* name : {"a.pdf", "exe", "", "x.exe.txt", "sh"})
     EXPECT_FALSE(IsExecutableName(name)) << name;
+}
+
+TEST(HtmlTextTest, OnlyWhatAPersonReadsIsLeft) {
+  EXPECT_EQ(
+      TextOfHtml(
+          "<html><head><title>T</title><style>p{a:b}</style></head><body>\r\n <P class=x>Guten  Tag,</P>"
+          "<!-- <p>nicht --><p>1 &lt; 2<br/>Gr&uuml;&szlig;e<script>alert('<p>')</script></body>"),
+      "Guten Tag,\n1 < 2\nGrüße");
+  EXPECT_EQ(TextOfHtml("a<"), "a");
+  EXPECT_EQ(TextOfHtml("a<!--"), "a");
+  EXPECT_EQ(TextOfHtml(""), "");
 }
 
 class MessageContentStoreTest : public startup::ProgramTest {
