@@ -22,7 +22,8 @@ TEST_F(PaneFailuresTest, AFailureAmongTheMessagesKeepsTheRowsListedSoFar) {
   EXPECT_EQ(Left().StatusText(0), "2 Items") << "the status tells what is listed";
   ASSERT_EQ(frontEnd.Boxes.size(), 1u);
   EXPECT_EQ(frontEnd.Boxes[0].Title, "Fehler");
-  EXPECT_EQ(frontEnd.Boxes[0].Text, "/ZEB/Eingang\nFeld nicht lesbar");
+  EXPECT_EQ(frontEnd.Boxes[0].Text,
+            "/ZEB/Eingang\nFeld nicht lesbar\n\"velmoractl store check\" prüft den Speicher.");
   EXPECT_NE(LogText().find("DvISE-Error Feld nicht lesbar"), std::string::npos) << LogText();
   EXPECT_EQ(run.counters.Errors, 1);
 }
@@ -100,6 +101,17 @@ TEST_F(PaneFailuresTest, AViewOfRulesThatCannotBeListedStaysTheViewOfMessages) {
   fake.Remove(inbox);
   EXPECT_FALSE(Left().SetRuleView(true));
   EXPECT_FALSE(Left().IsRuleView()) << "columns and rows belong together";
+}
+
+TEST_F(PaneFailuresTest, ABusyOrDamagedStoreComesWithAdvice) {
+  ReportStoreFailure(run, "/ZEB", {store::store_error::Busy, "Besetzt"});
+  ReportStoreFailure(run, "/ZEB", {store::store_error::Damaged, "Kaputt"});
+  ReportStoreFailure(run, "/ZEB", {store::store_error::NoAccess, "Verboten"});
+  ASSERT_EQ(frontEnd.Boxes.size(), 3u);
+  EXPECT_EQ(frontEnd.Boxes[0].Text, "/ZEB\nBesetzt\nBitte in einigen Augenblicken noch einmal versuchen.");
+  EXPECT_EQ(frontEnd.Boxes[1].Text, "/ZEB\nKaputt\n\"velmoractl store check\" prüft den Speicher.");
+  EXPECT_EQ(frontEnd.Boxes[2].Text, "/ZEB\nVerboten");
+  EXPECT_EQ(LogText().find("Augenblicken"), std::string::npos) << "the log tells of the failure only";
 }
 
 TEST_F(PaneFailuresTest, NoBoxInAnUnattendedRun) {
