@@ -128,7 +128,7 @@ constexpr auto Pictures = std::to_array<Picture>({
     {"IMisc", "", "misc"},
     {"INewStreamTag", "", "tag"},
     {"IGeneral", "", "general"},
-    {"IStdEXE", "application-x-executable", "program"},
+    {"IStdEXE", "", "program"},
 });
 
 const Picture* Find(std::string_view key) {
@@ -143,12 +143,18 @@ class DrawingEngine final : public QIconEngine {
   explicit DrawingEngine(QByteArray svg) : svg_(std::move(svg)) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    if (mode == QIcon::Disabled) {  // as a whole: lines that cross would show
+      painter->save();
+      painter->setOpacity(DisabledOpacity);
+      painter->drawPixmap(rect, pixmap(rect.size(), QIcon::Normal, QIcon::Off));
+      painter->restore();
+      return;
+    }
     const QPalette palette = QApplication::palette();
     const QColor ink =
         palette.color(mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::WindowText);
     QSvgRenderer renderer(QByteArray(svg_).replace(Ink, ink.name().toLatin1()));
     painter->save();
-    if (mode == QIcon::Disabled) painter->setOpacity(DisabledOpacity);
     renderer.render(painter, QRectF(rect));
     painter->restore();
   }
@@ -163,6 +169,32 @@ class DrawingEngine final : public QIconEngine {
 
  private:
   QByteArray svg_;
+};
+
+// An icon of the theme. The style's own picture of a disabled one can hardly be told from the enabled one on
+// dark ground.
+class ThemeEngine final : public QIconEngine {
+ public:
+  explicit ThemeEngine(QIcon icon) : icon_(std::move(icon)) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    const bool isDisabled = mode == QIcon::Disabled;
+    painter->save();
+    if (isDisabled) painter->setOpacity(DisabledOpacity);
+    icon_.paint(painter, rect, Qt::AlignCenter, isDisabled ? QIcon::Normal : mode, state);
+    painter->restore();
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+    return pixmap;
+  }
+  QIconEngine* clone() const override { return new ThemeEngine(icon_); }
+
+ private:
+  QIcon icon_;
 };
 
 }  // namespace
@@ -184,7 +216,7 @@ QIcon IconOf(std::string_view key) {
   }
   const QString theme = ToQt(picture->Theme);
   if (!theme.isEmpty() && QIcon::hasThemeIcon(theme)) {
-    return QIcon::fromTheme(theme);
+    return QIcon(new ThemeEngine(QIcon::fromTheme(theme)));  // the icon owns its engine
   }
   return OwnDrawing(picture->Drawing);
 }

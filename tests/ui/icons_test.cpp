@@ -77,17 +77,26 @@ TEST(IconsTest, OwnDrawingsStandOutOnLightAndDark) {
   EXPECT_GT(onDark, 200);
 }
 
+// The strongest point of a picture, 255 for one that hides the ground.
+int StrongestOf(const QIcon& icon, QIcon::Mode mode) {
+  const QImage image = icon.pixmap(QSize(22, 22), mode).toImage();
+  int alpha = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) alpha = std::max(alpha, qAlpha(image.pixel(x, y)));
+  }
+  return alpha;
+}
+
 TEST(IconsTest, ADisabledDrawingIsFainter) {
   const QIcon icon = OwnDrawing("delete");
-  const auto strongest = [&](QIcon::Mode mode) {
-    const QImage image = icon.pixmap(QSize(22, 22), mode).toImage();
-    int alpha = 0;
-    for (int y = 0; y < image.height(); ++y) {
-      for (int x = 0; x < image.width(); ++x) alpha = std::max(alpha, qAlpha(image.pixel(x, y)));
-    }
-    return alpha;
-  };
-  EXPECT_GT(strongest(QIcon::Normal), strongest(QIcon::Disabled));
+  EXPECT_GT(StrongestOf(icon, QIcon::Normal), StrongestOf(icon, QIcon::Disabled));
+}
+
+TEST(IconsTest, EveryButtonOfTheToolBarTellsWhetherItWorks) {
+  for (const std::string_view key : store::ToolbarImageKeys) {
+    const QIcon icon = IconOf(key);
+    EXPECT_LT(StrongestOf(icon, QIcon::Disabled), StrongestOf(icon, QIcon::Normal) * 2 / 3) << key;
+  }
 }
 
 }  // namespace
