@@ -94,21 +94,6 @@ def test_store_locked(case):
         database.close()
 
 
-def test_no_rights(case):
-    """As a user for whom rights count."""
-    closed = case.place.directory / "home" / "zu"
-    closed.mkdir(parents=True)
-    with case.session() as session:
-        closed.chmod(0)
-        session.keys("Tab")
-        session.xdotool("key", "ctrl+l")
-        session.type(str(closed))
-        session.keys("Return")
-        session.shot("path")
-        session.back()
-        closed.chmod(0o700)
-
-
 def test_strange_names(case):
     directory = case.place.directory / "aa\nZeile\x01\x1b[31m"
     directory.mkdir()
