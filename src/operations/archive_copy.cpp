@@ -145,7 +145,9 @@ void ArchiveCopy::CopyContent(store::DvArchive& source, const store::DvArchive* 
     made = MakeTarget(source, parent, name, target);
     if (made.Archive) names.Add(name, made.Archive);
   }
-  if (made.Archive) {
+  if (made.Archive && Key(made.Archive->ID()) == Key(source.ID())) {
+    run.LogError(path, std::int64_t{0}, "Quelle und Ziel sind dasselbe Archiv", run::Severity::Warning);
+  } else if (made.Archive) {
     NoteTarget(*made.Archive);
     if (!options_.EnCopyOnlyArcs) CopyEntries(source, *made.Archive);
     if (!run.CheckCancel()) CopySubArchives(source, *made.Archive);

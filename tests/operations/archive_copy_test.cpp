@@ -166,6 +166,16 @@ TEST_F(ArchiveCopyTest, TwoSourcesOfOneNameMergeIntoOne) {
   EXPECT_EQ(Subjects("/Archive/Ziel/Quelle/Post"), (List{"eins", "zwei"}));
 }
 
+TEST_F(ArchiveCopyTest, MergingAnArchiveIntoItselfChangesNothing) {
+  FillSource();
+  options_ = {CopyMode::Move, true, false, true, false, false, false, false};
+  RunStoreCopy(Context(), options_, {root_, {Mark(*source_)}}, root_);
+  EXPECT_EQ(Subjects("/Archive/Quelle"), (List{"eins", "zwei", "drei"}));
+  EXPECT_EQ(Subjects("/Archive/Quelle/Post/Alt"), List{"fünf"});
+  EXPECT_EQ(Names("/Archive").back(), "Ziel");
+  EXPECT_NE(Log().find("dasselbe Archiv"), std::string::npos) << Log();
+}
+
 TEST_F(ArchiveCopyTest, NoNameIsABlank) {
   // A store may list an archive without a display name; it goes under one blank.
   SameNames names(*target_);

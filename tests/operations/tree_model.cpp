@@ -46,10 +46,11 @@ void TreeModel::DumpLine(std::string& text, int depth, const ModelArchive& archi
   text += "\n";
 }
 
-std::string TreeModel::Dump() const {
+std::string TreeModel::Dump(bool withIds) const {
   std::string text;
   const std::function<void(const Node&, int)> dump = [&](const Node& archive, int depth) {
     DumpLine(text, depth, *archive);
+    if (withIds) text.insert(text.size() - 1, "   = " + archive->Id);
     for (const Node& sub : archive->Subs) dump(sub, depth + 1);
   };
   dump(root_, 0);
@@ -86,6 +87,10 @@ void TreeModel::CopyContent(const Node& source, const Node& parent, const Node& 
     if (options.EnCpyProp) made->IsHidden = from->IsHidden;
     if (options.EnRoutings) made->Rules = from->Rules;
     target->Subs.push_back(made);
+  }
+  if (made == from) {
+    path_.pop_back();
+    return;
   }
   targets_.insert(made->Id);
   if (!options.EnCopyOnlyArcs) {
@@ -132,7 +137,10 @@ void TreeModel::Delete(const Place& doomed, const StoreDeleteOptions& options) {
 
 void TreeModel::DeleteContent(const Node& archive, const Node& parent, const StoreDeleteOptions& options) {
   const Node real = Resolve(archive);
-  if (!real) return;
+  if (!real) {  // what the link led to went earlier in this run
+    if (options.EnDelArchives) Remove(parent, archive);
+    return;
+  }
   path_.push_back(real->Id);
   real->Entries.clear();
   const auto subs = real->Subs;

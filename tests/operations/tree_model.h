@@ -34,7 +34,7 @@ class TreeModel {
   std::vector<Place> Places() const;
   Node FindById(const std::string& id) const;  // the archive itself, never a link; null
   // A line for each archive, link, entry and rule.
-  std::string Dump() const;
+  std::string Dump(bool withIds = false) const;
   static void DumpLine(std::string& text, int depth, const ModelArchive& archive);
 
   void Copy(const Place& source, const Node& target, const StoreCopyOptions& options);

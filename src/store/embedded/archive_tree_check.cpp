@@ -68,7 +68,27 @@ void CompareSelf(platform::FileSystem& fileSystem, const ArchiveRecord& record, 
                         true});
 }
 
-// Directories on the disk that no record names, neither them nor anything in them.
+// Whether a file is more than the configuration of an archive: messages, entries of the tree, what is not the
+// store's.
+bool IsContent(platform::FileSystem& fileSystem, const std::string& path) {
+  const std::string name = FoldCase(FileNameOf(path));
+  if (name == archive_file::List) return CountRecords(fileSystem.ReadFile(path).value_or("")) > 0;
+  if (name.starts_with(archive_file::Messages) || name == "archivedat.bak") return true;
+  return !name.ends_with(".ini") && !name.starts_with("archive");
+}
+
+// Whether such a file lies in the folder or below it. What cannot be looked into counts as one.
+bool HoldsContent(platform::FileSystem& fileSystem, const std::string& folder) {
+  const auto entries = fileSystem.List(folder, "*", platform::ListWhat::All);
+  return !entries || std::ranges::any_of(*entries, [&](const platform::FileEntry& entry) {
+    const std::string path = JoinPath(folder, entry.Name);
+    return entry.IsFolder && !entry.IsLink ? HoldsContent(fileSystem, path) : IsContent(fileSystem, path);
+  });
+}
+
+// Directories on the disk that no record names, neither them nor anything in them. One without content
+// is what a process leaves that is killed while it makes or deletes an archive, or stood for the sake of an
+// archive that lay in it.
 void CheckFolders(platform::FileSystem& fileSystem, const std::string& directory,
                   const std::set<std::string>& named, Findings& findings) {
   const std::string place = NormalizePath(directory);
@@ -81,7 +101,8 @@ void CheckFolders(platform::FileSystem& fileSystem, const std::string& directory
     const auto next = named.lower_bound(inside);
     const bool holdsNamed = next != named.end() && next->starts_with(inside);
     if (!named.contains(key) && !holdsNamed)
-      findings.push_back({path, "Kein Archiveintrag nennt dieses Verzeichnis"});
+      findings.push_back(
+          {path, "Kein Archiveintrag nennt dieses Verzeichnis", !HoldsContent(fileSystem, path)});
   }
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/archive_files.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {
@@ -253,11 +254,22 @@ Result<bool> EmbeddedArchive::IsEmpty() {
 // belong to an archive that has moved elsewhere in the tree, and an entry may have come since: both stay.
 void EmbeddedArchive::DeleteDirectory() {
   auto& fileSystem = session_->FileSystem;
-  const auto folders = fileSystem.List(record_.Directory, "*", platform::ListWhat::Folders);
-  if (!folders || !folders->empty()) return;
-  if (const auto messages = session_->Messages.Count(record_.Directory); !messages || *messages != 0) return;
-  if (!session_->Messages.CommitAndClose(record_.Directory)) return;
-  (void)fileSystem.DeleteFolder(record_.Directory, true);
+  std::string directory = StripBackslash(NormalizePath(record_.Directory));
+  const auto folders = fileSystem.List(directory, "*", platform::ListWhat::Folders);
+  if (!folders) return;
+  if (const auto messages = session_->Messages.Count(directory); !messages || *messages != 0) return;
+  if (!session_->Messages.CommitAndClose(directory)) return;
+  if (!folders->empty()) {
+    (void)fileSystem.DeleteFile(JoinPath(directory, "*"), true);
+    return;
+  }
+  // The directories of archives deleted before may have stayed for the sake of this one.
+  while (fileSystem.DeleteFolder(directory, true)) {
+    directory = StripBackslash(DirectoryOf(directory));
+    if (fileSystem.FileExists(JoinPath(directory, archive_file::Self))) return;
+    const auto left = fileSystem.List(directory, "*", platform::ListWhat::All);
+    if (!left || !left->empty() || !IsSameOrBelow(directory, session_->Layout.ArchiveRoot())) return;
+  }
 }
 
 }  // namespace velmora::store::embedded

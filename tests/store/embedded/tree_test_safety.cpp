@@ -360,7 +360,27 @@ TEST_F(TreeSafetyTest, CheckFindsDoubledRecords) {
 TEST_F(TreeSafetyTest, CheckFindsDirectoriesThatNoRecordNames) {
   Make(Root, "Post");
   fs::create_directory(Temp.HostPath("ARCHIVE/POST/LOSE"));
+  Temp.WriteHostFile("ARCHIVE/POST/LOSE/archive.dat", "x");
   EXPECT_EQ(CheckTexts(), fmt::format("{}\\POST\\LOSE: Kein Archiveintrag nennt dieses Verzeichnis\n", Root));
+}
+
+TEST_F(TreeSafetyTest, DirectoryWithoutContentThatNoRecordNamesIsANote) {
+  Make(Root, "Post");
+  const auto isNote = [&](const std::string& file, const std::string& content) {
+    const std::string directory = Temp.HostPath("ARCHIVE/POST/LOSE");
+    fs::create_directories(directory + "/TIEFER");
+    Temp.WriteHostFile("ARCHIVE/POST/LOSE/TIEFER/" + file, content);
+    const auto findings = Tree->Check();
+    fs::remove_all(directory);
+    EXPECT_EQ(findings.size(), 1U);
+    return !findings.empty() && findings[0].IsNote;
+  };
+  for (const auto* rest : {"archive.add", "archive.ini", "database.ini", "archivedir.bak", "archive.dir"})
+    EXPECT_TRUE(isNote(rest, "x")) << rest;
+  for (const auto* content :
+       {"archive.dat", "archive.dat-journal", "archivedat.bak", "00000001.001", "x.txt"})
+    EXPECT_FALSE(isNote(content, "x")) << content;
+  EXPECT_FALSE(isNote("archive.dir", RootList())) << "it lists an archive";
 }
 
 TEST_F(TreeSafetyTest, CheckFindsADamagedOwnRecord) {
