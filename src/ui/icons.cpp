@@ -185,11 +185,18 @@ class ThemeEngine final : public QIconEngine {
     painter->restore();
   }
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-    QPixmap pixmap(size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
-    return pixmap;
+    return scaledPixmap(size, mode, state, 1);
+  }
+  // `size` in dots: the theme has pictures of its own for each scale.
+  QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal scale) override {
+    if (mode != QIcon::Disabled) return icon_.pixmap(size / scale, scale, mode, state);
+    const QPixmap whole = icon_.pixmap(size / scale, scale, QIcon::Normal, state);
+    QPixmap faint(whole.size());
+    faint.fill(Qt::transparent);
+    QPainter painter(&faint);
+    painter.setOpacity(DisabledOpacity);
+    painter.drawPixmap(QRect(QPoint(0, 0), faint.size()), whole);
+    return faint;
   }
   QIconEngine* clone() const override { return new ThemeEngine(icon_); }
 

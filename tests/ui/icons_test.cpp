@@ -92,6 +92,29 @@ TEST(IconsTest, ADisabledDrawingIsFainter) {
   EXPECT_GT(StrongestOf(icon, QIcon::Normal), StrongestOf(icon, QIcon::Disabled));
 }
 
+// How many dots wide the drawn part of a picture of 22 is on a screen of that scale.
+int WidthOf(const QIcon& icon, QIcon::Mode mode, qreal scale) {
+  const QImage image = icon.pixmap(QSize(22, 22), scale, mode).toImage();
+  int left = image.width(), right = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (qAlpha(image.pixel(x, y)) < 40) continue;
+      left = std::min(left, x);
+      right = std::max(right, x);
+    }
+  }
+  return right - left + 1;
+}
+
+TEST(IconsTest, PicturesGrowWithTheScaleOfTheScreen) {
+  for (const std::string_view key : store::ToolbarImageKeys) {
+    const QIcon icon = IconOf(key);
+    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled}) {
+      EXPECT_GE(WidthOf(icon, mode, 2), WidthOf(icon, mode, 1) * 3 / 2) << key << " " << mode;
+    }
+  }
+}
+
 TEST(IconsTest, EveryButtonOfTheToolBarTellsWhetherItWorks) {
   for (const std::string_view key : store::ToolbarImageKeys) {
     const QIcon icon = IconOf(key);
