@@ -49,6 +49,11 @@ Operation OperationIn(startup::Context& context) {
 
 // --- What is named. ---
 
+void Report(startup::Context& context, const std::string& path, const Error& error) {
+  PrintError(path, error);
+  context.run.LogError(path, error);
+}
+
 // The archives of the command line: nothing runs unless all of them are there.
 class NamedArchives {
  public:
@@ -63,8 +68,7 @@ class NamedArchives {
     auto archive = context_.session.Account->GetArchive(path);
     if (archive) return archives_.push_back(*std::move(archive));
     areThere_ = false;
-    PrintError(path, archive.error());
-    context_.run.LogError(path, archive.error());
+    Report(context_, path, archive.error());
   }
 
   startup::Context& context_;
@@ -77,12 +81,16 @@ bool IsRoot(startup::Context& context, const DvArchive& archive) {
   return root && EqualsFold((*root)->ID(), archive.ID());
 }
 
-// The selection of a pane that shows the list in which a link stands.
+// The selection of a pane that shows the list in which a link stands. Without that list nothing is selected:
+// an archive that a link leads to must never be taken for the link.
 Selection LinkSelection(startup::Context& context, DvArchive& link) {
   const std::string path = link.FullPath();
-  const auto parent = context.session.Account->GetArchive(path.substr(0, path.rfind('/')));
-  return {parent.value_or(nullptr),
-          {{Object::Kind::Archive, 0, link.ID(), true, link.DisplayName().value_or("")}}};
+  auto parent = context.session.Account->GetArchive(path.substr(0, path.rfind('/')));
+  if (!parent) {
+    Report(context, path, parent.error());
+    return {};
+  }
+  return {*std::move(parent), {{Object::Kind::Archive, 0, link.ID(), true, link.DisplayName().value_or("")}}};
 }
 
 Selection MessageSelection(const Operation& operation, const ArchivePointer& archive) {
@@ -151,21 +159,32 @@ std::string PathsText(const std::vector<ArchivePointer>& archives) {
   return Join(paths, "\r\n");
 }
 
-bool RefuseRoot(startup::Context& context, const std::vector<ArchivePointer>& sources) {
+// Sources that are told and stop the command: the root, and links whose messages are meant.
+bool AreSources(startup::Context& context, const ArchiveCommandOptions& options, bool followsLinks,
+                const std::vector<ArchivePointer>& sources) {
+  const bool wantsMessages = options.Messages || !options.Keys.empty();
   for (const ArchivePointer& source : sources) {
-    if (!IsRoot(context, *source)) continue;
-    const Error error{store::store_error::Protected, "Die Wurzel des Archivbaums ist keine Quelle"};
-    PrintError(source->FullPath(), error);
-    context.run.LogError(source->FullPath(), error);
-    return true;
+    if (IsRoot(context, *source)) {
+      Report(context, source->FullPath(),
+             {store::store_error::Protected, "Die Wurzel des Archivbaums ist keine Quelle"});
+      return false;
+    }
+    if (wantsMessages && source->IsShortCut() && !followsLinks) {
+      Report(context, source->FullPath(),
+             {store::store_error::WrongKind,
+              "Das ist eine Verknüpfung; --follow-links meint das Archiv, auf das sie zeigt"});
+      return false;
+    }
   }
-  return false;
+  return true;
 }
 
 startup::BatchOutcome CopyOrMove(startup::Context& context, const ArchiveCommandOptions& options) {
   const NamedArchives named(context, options.Sources), targets(context, {options.Target});
   const std::vector<ArchivePointer>& sources = named.All();
-  if (!named.AreThere() || !targets.AreThere() || RefuseRoot(context, sources)) return Nothing();
+  if (!named.AreThere() || !targets.AreThere() ||
+      !AreSources(context, options, options.Copy.EnLinkedArcs, sources))
+    return Nothing();
   ArchivePointer target = targets.All().front();
   if (target->IsShortCut()) {
     // What goes into a link goes into the archive that it leads to.
@@ -196,7 +215,8 @@ startup::BatchOutcome CopyOrMove(startup::Context& context, const ArchiveCommand
 
 startup::BatchOutcome Delete(startup::Context& context, const ArchiveCommandOptions& options) {
   const NamedArchives named(context, options.Sources);
-  if (!named.AreThere() || RefuseRoot(context, named.All())) return Nothing();
+  if (!named.AreThere() || !AreSources(context, options, options.Delete.EnLinkedArcs, named.All()))
+    return Nothing();
   const std::string what = !options.Keys.empty() ? fmt::format("{} Einträge aus ", options.Keys.size())
                            : options.Messages    ? "Alle Nachrichten aus "
                            : options.Delete.EnDelArchives

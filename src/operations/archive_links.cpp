@@ -11,8 +11,12 @@ namespace velmora::operations {
 Result<std::shared_ptr<store::DvArchive>> OpenMarkedArchive(const Operation& operation,
                                                             const store::Selection& selection,
                                                             const store::Selection::Object& object) {
-  if (!object.IsLink || !selection.CurrentArchive)
-    return operation.session.Account->GetArchive(object.ArchivePath);
+  if (!object.IsLink) return operation.session.Account->GetArchive(object.ArchivePath);
+  // Without the list in which it stands a link is never taken for what it leads to.
+  if (!selection.CurrentArchive) {
+    return Fail(store::store_error::NotFound,
+                fmt::format("Die Liste der Verknüpfung \"{}\" ist nicht bekannt", object.Name));
+  }
   const auto subArchives = selection.CurrentArchive->SubArchives();
   if (!subArchives) return Fail(subArchives.error());
   const std::string wanted = NormalizePath(object.ArchivePath);

@@ -99,6 +99,20 @@ TEST_F(ArchiveCommandsTest, MessagesThatGoIntoALinkGoWhereItLeads) {
   EXPECT_EQ(Messages("Gemeinsam/Inhalt"), "3");
 }
 
+TEST_F(ArchiveCommandsTest, TheMessagesBehindALinkAreMeantOnlyWhenLinksAreFollowed) {
+  for (const std::vector<std::string>& which : {std::vector<std::string>{"--messages"}, {"--key", "1"}}) {
+    std::vector<std::string> arguments{"delete", "--yes", "/Archive/Gemeinsam/Verweis"};
+    arguments.insert(arguments.end(), which.begin(), which.end());
+    const auto refused = Ctl(arguments);
+    EXPECT_EQ(refused.Status, 1);
+    EXPECT_NE(refused.Output.find("Das ist eine Verknüpfung"), std::string::npos) << refused.Output;
+  }
+  EXPECT_EQ(Messages("Gemeinsam/Inhalt"), "2");
+  EXPECT_EQ(Ctl({"delete", "--yes", "--follow-links", "--key", "1", "/Archive/Gemeinsam/Verweis"}).Status, 0);
+  EXPECT_EQ(Messages("Gemeinsam/Inhalt"), "1");
+  EXPECT_TRUE(IsListed("Gemeinsam", ">Verweis"));
+}
+
 TEST_F(ArchiveCommandsTest, LinksAndArchivesGoTogether) {
   ASSERT_EQ(
       Ctl({"copy", "/Archive/Gemeinsam/Verweis", "/Archive/Gemeinsam/Inhalt", "/Archive/Gemeinsam/Ziel"})
