@@ -62,12 +62,9 @@ bool IsThere(const Operation& operation, const std::string& path) {
 
 // The last one left is cleared, not dropped: the list keeps a place.
 void DropLostTargets(const Operation& operation, std::vector<std::string>& targets) {
-  std::erase_if(targets, [&, left = targets.size()](const std::string& path) mutable {
-    if (left == 1 || IsThere(operation, path)) return false;
-    --left;
-    return true;
-  });
-  if (targets.size() == 1 && !IsThere(operation, targets.front())) targets.front().clear();
+  if (targets.empty()) return;
+  std::erase_if(targets, [&](const std::string& path) { return !IsThere(operation, path); });
+  if (targets.empty()) targets.emplace_back();
 }
 
 // The path with the source's replaced by the target's; a path outside of the source's branch as it is. Up to
