@@ -132,6 +132,11 @@ void ArchiveCopy::CopyContent(store::DvArchive& source, const store::DvArchive* 
     return run.LogError(path, std::int64_t{0}, "Ziel dieses Laufs, wird nicht in sich selbst kopiert",
                         run::Severity::Warning);
   }
+  if (source.IsShortCut()) {
+    // What a link leads to may have gone, also earlier in this run.
+    const auto linked = operation_.session.Account->GetArchive(source.ID());
+    if (!linked) return LogStoreFailure(run, path, CopyVerb, linked.error());
+  }
   if (!path_.Enter(source.ID())) {
     return LogStoreFailure(run, path, CopyVerb,
                            {store::store_error::Damaged, "Der Archivbaum führt auf sich selbst zurück"});

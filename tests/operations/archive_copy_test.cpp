@@ -298,6 +298,16 @@ TEST_F(ArchiveCopyTest, FollowedLinkArrivesAsItsContent) {
   EXPECT_EQ(Damage(), List{});
 }
 
+TEST_F(ArchiveCopyTest, FollowedLinkToNothingIsLoggedAndMakesNothing) {
+  const auto other = Create(*Create(*root_, "Fach"), "Anderes");
+  AddLink(*source_, "Verweis", *other);
+  ASSERT_TRUE(other->Delete());
+  options_.EnLinkedArcs = true;
+  RunOnSource();
+  EXPECT_EQ(Names("/Archive/Ziel/Quelle"), List{});
+  EXPECT_EQ(run_.counters.Errors, 1) << Log();
+}
+
 TEST_F(ArchiveCopyTest, MovedLinkLeavesItsListAndNothingElse) {
   const auto other = Create(*root_, "Anderes");
   Deliver(*other, "eins");
