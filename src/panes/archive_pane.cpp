@@ -195,6 +195,7 @@ bool ArchivePane::Show(std::shared_ptr<store::DvArchive> archive) {
   list.HoldsRules = IsRuleView();
   const auto previous = std::exchange(Current(), std::move(archive));
   const auto& current = *Current();
+  shownPath_ = current.FullPath();
   list_ = std::move(list);
   sizes_.clear();
   if (previous != nullptr && !EqualsFold(previous->ID(), current.ID())) {
@@ -243,6 +244,21 @@ bool ArchivePane::Refresh() {
   return current != nullptr && ShowArchive(std::string_view(current->ID()));
 }
 
+bool ArchivePane::RefreshNearest() {
+  const auto gone = Current();
+  if (gone == nullptr) return false;
+  auto there = Fetch(gone->ID());
+  if (there || there.error().Number != store::store_error::NotFound) return Refresh();
+  std::string id = gone->ID(), path = shownPath_;
+  for (auto cut = path.find_last_of("/\\"); !there && cut != 0 && cut != std::string::npos;
+       cut = path.find_last_of("/\\")) {
+    there = ParentOf(id, path);
+    id = StripBackslash(DirectoryOf(id));
+    path.resize(cut);
+  }
+  return (there && Show(*std::move(there))) || GoToRoot();
+}
+
 EnterResult ArchivePane::Enter(std::size_t row) {
   const int type = EntryType(row);
   if (type == entry_type::MessageEntry) return EnterResult::Message;
@@ -256,10 +272,10 @@ EnterResult ArchivePane::Enter(std::size_t row) {
 
 // Names may be equal, and then a path finds the first. Most archives lie in their parent's directory, which
 // tells for certain; those that do not are found by their path.
-Result<std::shared_ptr<store::DvArchive>> ArchivePane::Parent() const {
-  const std::string path = Current()->FullPath();
-  const std::string parentPath = path.substr(0, path.find_last_of("/\\"));
-  auto holder = Fetch(StripBackslash(DirectoryOf(Current()->ID())));
+Result<std::shared_ptr<store::DvArchive>> ArchivePane::ParentOf(std::string_view id,
+                                                                std::string_view path) const {
+  const std::string_view parentPath = path.substr(0, path.find_last_of("/\\"));
+  auto holder = Fetch(StripBackslash(DirectoryOf(id)));
   if (holder && EqualsFold((*holder)->FullPath(), parentPath)) return holder;
   return Fetch(parentPath);
 }
@@ -269,7 +285,7 @@ bool ArchivePane::GoUp() {
   if (current == nullptr || IsSessionRoot(context_.session, *current)) return false;
   const auto nameStart = current->FullPath().find_last_of("/\\");
   if (nameStart == 0 || nameStart == std::string::npos) return false;  // the root of the tree
-  auto parent = Parent();
+  auto parent = ParentOf(current->ID(), current->FullPath());
   if (parent) return Show(*std::move(parent));
   ReportStoreFailure(context_.run, current->FullPath(), parent.error());
   return false;
@@ -369,6 +385,7 @@ void ArchivePane::Swap(ArchivePane& other) {
   const auto& theirs = other.Members();
   std::swap(Current(), other.Current());
   std::swap(list_, other.list_);
+  std::swap(shownPath_, other.shownPath_);
   std::swap(sizes_, other.sizes_);
   std::swap(isHiding_, other.isHiding_);
   std::swap(options.*mine.ViewModeRouting, options.*theirs.ViewModeRouting);

@@ -49,6 +49,8 @@ class ArchivePane final : public Pane {
   // Puts the cursor on the message with that key; false when it is not listed.
   bool ShowMessage(store::EntryKey key);
   bool Refresh() override;
+  // As Refresh; where the archive is gone, the nearest one above it that is there, without a word.
+  bool RefreshNearest();
   EnterResult Enter(std::size_t row) override;
   bool GoUp() override;      // ArcBack
   bool GoToRoot() override;  // GoToArcRoot: the root of the session
@@ -88,13 +90,15 @@ class ArchivePane final : public Pane {
   bool Show(std::shared_ptr<store::DvArchive> archive);
   // The archive that is there now, which may not be the one that was.
   Result<std::shared_ptr<store::DvArchive>> Fetch(std::string_view path) const;
-  Result<std::shared_ptr<store::DvArchive>> Parent() const;
+  // The parent of the archive that has, or had, this ID and path.
+  Result<std::shared_ptr<store::DvArchive>> ParentOf(std::string_view id, std::string_view path) const;
   std::unique_ptr<SizeCounter> CounterOf(std::shared_ptr<store::DvArchive> archive) const;
 
   PaneView view_;
   PaneContext& context_;
   const ArchiveIcons& icons_;
   ArchiveList list_;
+  std::string shownPath_;                     // an archive that is gone cannot tell where it stood
   std::map<std::uint32_t, SizeTexts> sizes_;  // by unsorted index
   bool isHiding_ = true;
 };

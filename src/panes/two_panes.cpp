@@ -38,7 +38,7 @@ void TwoPanes::SetViewMode(int mode) {
   context_.options.ViewMode = mode;
   if (ShowsFiles()) context_.options.RZEBViewMode = 0;
   SetActiveView(active_);
-  (void)(ShowsFiles() ? files_.Refresh() : right_.Refresh());  // a failure has been reported
+  (void)(ShowsFiles() ? files_.Refresh() : right_.RefreshNearest());  // a failure has been reported
 }
 
 void TwoPanes::SetActiveView(PaneView view) {

@@ -18,12 +18,6 @@ class CopyMoveView final : public QDialog {
                const std::function<void(QWidget*)>& showUserInfo, QWidget* parent)
       : QDialog(parent), model_(model), frontEnd_(frontEnd) {
     SetTitle(*this, "CopyMoveDialogBox", model_.Title());
-    auto* const source =
-        Named(new QLabel(ToQt(model_.SourceText()).replace("\r\n", "\n")), "CMSrc", "Quelle");
-    source->setTextFormat(Qt::PlainText);
-    source->setWordWrap(true);
-    source->setMargin(2);  // the dots of capital letters are cut off without
-    source->setTextInteractionFlags(Qt::TextSelectableByMouse);
     target_ = Named(new QLineEdit(ToQt(model_.CMDst())), "CMDst", "Zielverzeichnis", text::CMDstTip);
     target_->setMinimumWidth(FieldWidth);
     auto* const search = MakeButton("SrcDir", "&Suchen ...", text::SrcDirTip);
@@ -54,7 +48,7 @@ class CopyMoveView final : public QDialog {
     findChild<QPushButton*>("OkButton")->setText(ToQt(model_.Title()));
 
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(source);
+    layout->addWidget(MakeSourceText(model_.SourceText()));
     layout->addLayout(targetRow);
     layout->addSpacing(8);
     layout->addLayout(boxes);

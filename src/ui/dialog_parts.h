@@ -57,6 +57,16 @@ inline QGroupBox* MakeFrame(std::string_view name, std::string_view caption, std
   return Named(new QGroupBox(PlainCaption(caption).trimmed()), name, caption, tip);
 }
 
+// The sentence on top of a dialog that says what it is about.
+inline QLabel* MakeSourceText(std::string_view text) {
+  auto* const source = Named(new QLabel(ToQt(text).replace("\r\n", "\n")), "CMSrc", "Quelle");
+  source->setTextFormat(Qt::PlainText);
+  source->setWordWrap(true);
+  source->setMargin(2);  // the dots of capital letters are cut off without
+  source->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return source;
+}
+
 inline void SetTitle(QDialog& dialog, const char* name, std::string_view title) {
   dialog.setObjectName(name);
   dialog.setWindowTitle(ToQt(title));

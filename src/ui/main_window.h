@@ -89,6 +89,7 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   void RowChanged(panes::PaneView view);
   void Tick();
   void ShowDialog(const panes::Outcome& outcome);
+  void ShowPrepared(const panes::PreparedDialog& prepared);
   void ShowMessage(const panes::MessageRequest& request);
 
   startup::Context& context_;

@@ -72,6 +72,9 @@ void MainWindow::ShowDialog(const panes::Outcome& outcome) {
       }
       return;
     }
+    case DialogKind::Prepared:
+      ShowPrepared(outcome.Prepared);
+      return;
     case DialogKind::SetMarker: {
       panes::MailArcMarkerDialog model(context_.fileSystem, context_.options, formTexts_,
                                        context_.process.CurrentPath);

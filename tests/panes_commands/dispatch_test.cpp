@@ -28,7 +28,8 @@ TEST_F(DispatchTest, ACommandIsBusyWhileItAsks) {
 }
 
 TEST_F(DispatchTest, WhatIsNotBuiltDoesNothing) {
-  for (const Action action : {Action::Delete, Action::DocumentSystem, Action::ActivateTab3, Action::None}) {
+  for (const Action action :
+       {Action::CleanMessages, Action::DocumentSystem, Action::ActivateTab3, Action::None}) {
     const Outcome outcome = Run(action, At("Rechnungen"));
     EXPECT_EQ(outcome.Dialog, DialogKind::None);
     EXPECT_FALSE(outcome.LeftChanged || outcome.FilesChanged);

@@ -13,15 +13,12 @@ TEST_F(TransferTest, RulesAreNoFiles) {
   EXPECT_EQ(LastBox(), "Funktion nicht verfügbar: Regeln können nicht als Datei verschoben werden");
 }
 
-TEST_F(TransferTest, BetweenArchivesAndFromFilesIsNotAvailableYet) {
+TEST_F(TransferTest, FromFilesIsNotAvailableYet) {
   std::filesystem::create_directories(directory.HostPath("target/Ordner"));
   ASSERT_TRUE(panes->Files().Refresh());
   ActivateFiles();
   EXPECT_EQ(Run(Action::Copy, At("Ordner")).Dialog, DialogKind::None);
   EXPECT_EQ(Run(Action::Move, At("Ordner")).Dialog, DialogKind::None);
-  panes->SetViewMode(view_mode::Archive);
-  panes->SetActiveView(PaneView::LZEBView);
-  EXPECT_EQ(Run(Action::Copy, At("Rechnungen")).Dialog, DialogKind::None);
   EXPECT_TRUE(front.Boxes.empty()) << "a key that can do nothing says nothing";
 }
 

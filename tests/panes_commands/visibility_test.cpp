@@ -266,16 +266,22 @@ TEST(Enabled, WhatIsNotBuiltIsNot) {
   EXPECT_TRUE(Enabled("MnMailArcOp", situation));
 }
 
-TEST(Enabled, CopyingIsTheExportFromTheLeftToTheDirectoryOnTheRight) {
+TEST(Enabled, ArchivesAreCopiedWhateverTheOtherSideShowsAndFilesAreNotYet) {
   Situation situation = On(RowKind::Message, AllBits);
+  for (const bool showsFiles : {true, false}) {
+    situation.ShowsFiles = showsFiles;
+    EXPECT_TRUE(Enabled("MnCopy", situation));
+    EXPECT_TRUE(Enabled("tbrMove", situation));
+    EXPECT_TRUE(Enabled("tbrDelete", situation));
+  }
+  situation.ActiveView = PaneView::RZEBView;
   EXPECT_TRUE(Enabled("MnCopy", situation));
-  EXPECT_TRUE(Enabled("tbrMove", situation));
-  situation.ShowsFiles = false;
+  situation = On(RowKind::File, AllBits, PaneView::RFSView);
   EXPECT_FALSE(Enabled("MnCopy", situation));
+  EXPECT_FALSE(Enabled("tbrMove", situation));
   EXPECT_EQ(ToolTipOf(*FindCommand("MnCopy"), situation), "Noch nicht verfügbar");
-  situation.ShowsFiles = true;
-  situation.ActiveView = PaneView::RFSView;
-  EXPECT_FALSE(Enabled("MnCopy", situation));
+  EXPECT_TRUE(Enabled("MnCxFsDel", situation));
+  EXPECT_EQ(ToolTipOf(*FindCommand("tbrDelete"), situation), "Löschen [F8]");
 }
 
 TEST(Enabled, TogglesTellWhatAClickBrings) {
@@ -340,9 +346,10 @@ TEST(Keys, PanesAreNotExchangedWithTheFileSystem) {
 TEST(Keys, NoneWorksWhileBusyAndNoneThatIsNotBuilt) {
   Situation situation = On(RowKind::Message, AllBits);
   EXPECT_TRUE(MayRunFromKey(Action::Refresh, situation));
-  EXPECT_FALSE(MayRunFromKey(Action::Delete, situation));
+  EXPECT_FALSE(MayRunFromKey(Action::ChangeItemProperties, situation));
   situation.IsBusy = true;
   EXPECT_FALSE(MayRunFromKey(Action::Refresh, situation));
+  EXPECT_FALSE(MayRunFromKey(Action::Delete, situation));
 }
 
 TEST(Keys, CopyAndMoveAreNoKeysWhereTheyHaveNothingToDo) {
@@ -353,6 +360,24 @@ TEST(Keys, CopyAndMoveAreNoKeysWhereTheyHaveNothingToDo) {
   situation.Row = RowKind::File;
   EXPECT_FALSE(MayRunFromKey(Action::Copy, situation));
   EXPECT_FALSE(MayRunFromKey(Action::Move, situation));
+}
+
+// Without the right its dialog is not shown either, but the user is told.
+TEST(Keys, DeletingAlwaysAnswers) {
+  for (const RowKind row : {RowKind::Control, RowKind::Archive, RowKind::Message, RowKind::Routing}) {
+    EXPECT_TRUE(MayRunFromKey(Action::Delete, On(row, 0x1)));
+  }
+  EXPECT_TRUE(MayRunFromKey(Action::Delete, On(RowKind::File, 0x1, PaneView::RFSView)));
+}
+
+TEST(Keys, RepairsAreTheAdministratorsAndForArchives) {
+  for (const Action action :
+       {Action::RemoveDoubleEntries, Action::RemoveCircularEntries, Action::RemoveArchiveEntry}) {
+    EXPECT_TRUE(MayRun(action, On(RowKind::Archive, AllBits)));
+    EXPECT_FALSE(MayRun(action, On(RowKind::Archive, AllBits & ~0x10u)));
+    EXPECT_FALSE(MayRun(action, On(RowKind::Message, AllBits)));
+    EXPECT_FALSE(MayRun(action, On(RowKind::Directory, AllBits, PaneView::RFSView)));
+  }
 }
 
 TEST(RowKinds, CountInEachListOnTheirOwn) {

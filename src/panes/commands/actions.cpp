@@ -8,11 +8,7 @@ namespace {
 
 constexpr std::array NotBuilt = {
     Action::SaveViewAsList,
-    Action::Delete,
     Action::ChangeItemProperties,
-    Action::RemoveDoubleEntries,
-    Action::RemoveCircularEntries,
-    Action::RemoveArchiveEntry,
     Action::CleanMessages,
     Action::CleanTrash,
     Action::CopyTreeToStore,

@@ -40,16 +40,35 @@ std::vector<std::size_t> RowsToHandle(const Pane& pane, const ViewMarks& marks) 
   return rows;
 }
 
-mailarchive::ExportSelection MarkedObjects(const ArchivePane& pane, const ViewMarks& marks) {
-  using Object = mailarchive::ExportSelection::Object;
-  mailarchive::ExportSelection selection;
+store::Selection MarkedObjects(const ArchivePane& pane, const ViewMarks& marks) {
+  using Object = store::Selection::Object;
+  store::Selection selection;
   selection.CurrentArchive = pane.CurrentArchive();
   for (const std::size_t row : RowsToHandle(pane, marks)) {
     if (const MessageRow* message = pane.Message(row)) {
       selection.Objects.push_back({Object::Kind::Message, message->RecNo, "", false});
     } else if (const ArchiveRow* archive = pane.Archive(row)) {
-      selection.Objects.push_back({Object::Kind::Archive, 0, archive->ID, archive->IsShortCut});
+      selection.Objects.push_back(
+          {Object::Kind::Archive, 0, archive->ID, archive->IsShortCut, archive->DisplayName});
     }
+  }
+  return selection;
+}
+
+operations::RuleSelection MarkedRules(const ArchivePane& pane, const ViewMarks& marks) {
+  operations::RuleSelection selection;
+  selection.Archive = pane.CurrentArchive();
+  for (const std::size_t row : RowsToHandle(pane, marks)) {
+    if (const RoutingRow* rule = pane.Rule(row)) selection.Rules.push_back({rule->Number, rule->Name});
+  }
+  return selection;
+}
+
+operations::FileSelection MarkedFiles(const FilePane& pane, const ViewMarks& marks) {
+  operations::FileSelection selection;
+  selection.Directory = pane.CurrentPath();
+  for (const std::size_t row : RowsToHandle(pane, marks)) {
+    selection.Items.push_back({pane.Name(row), pane.EntryType(row) == entry_type::DirEntry});
   }
   return selection;
 }

@@ -5,7 +5,10 @@
 #include <optional>
 #include <vector>
 
-#include "mailarchive/export_run.h"
+#include "mailarchive/format/forms.h"
+#include "operations/archive_copy.h"
+#include "operations/file_deletion.h"
+#include "operations/rule_copy.h"
 #include "panes/commands/busy_state.h"
 #include "panes/commands/visibility.h"
 #include "panes/dialogs/form_user_info_dialog.h"
@@ -23,6 +26,7 @@ struct CommandContext {
   BusyState& Busy;
   FormUserTexts& FormTexts;  // of the runs of this session
   LastPatterns& Patterns;
+  operations::StoreCopyOptions StoreChoices{};  // the boxes as the last copy of this session left them
 
   run::Prompts& prompts() const { return App.prompts(); }
   platform::FileSystem& files() const { return App.fileSystem; }
@@ -37,8 +41,10 @@ struct ViewMarks {
 // The rows that a command acts on, in the order of the list: the marked ones, else the one under the cursor.
 // The way up is never among them.
 std::vector<std::size_t> RowsToHandle(const Pane& pane, const ViewMarks& marks);
-// The messages and archives among them, as an export takes them.
-mailarchive::ExportSelection MarkedObjects(const ArchivePane& pane, const ViewMarks& marks);
+// The messages and archives among them, the rules, and what is marked in the file view.
+store::Selection MarkedObjects(const ArchivePane& pane, const ViewMarks& marks);
+operations::RuleSelection MarkedRules(const ArchivePane& pane, const ViewMarks& marks);
+operations::FileSelection MarkedFiles(const FilePane& pane, const ViewMarks& marks);
 
 // For visibility.h: what the window shows now.
 Situation SituationOf(const CommandContext& context, const ViewMarks& marks);

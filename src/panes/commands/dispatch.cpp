@@ -5,8 +5,10 @@
 
 #include "base/paths.h"
 #include "panes/commands/create_commands.h"
+#include "panes/commands/delete_commands.h"
 #include "panes/commands/mail_arc_commands.h"
 #include "panes/commands/pane_changes.h"
+#include "panes/commands/repair_commands.h"
 #include "panes/commands/row_commands.h"
 #include "panes/commands/session_commands.h"
 #include "panes/commands/transfer_commands.h"
@@ -15,7 +17,7 @@
 namespace velmora::panes {
 namespace {
 
-using mailarchive::CopyMode;
+using operations::CopyMode;
 
 Outcome Ask(DialogKind dialog) {
   Outcome outcome;
@@ -184,10 +186,14 @@ constexpr auto Routines = std::to_array<Row>({
     {Action::ExitWithoutAsking, [](auto& context, auto&) { return ExitProgram(context, false); }},
     {Action::Copy, [](auto& context, auto& marks) { return StartTransfer(context, marks, CopyMode::Copy); }},
     {Action::Move, [](auto& context, auto& marks) { return StartTransfer(context, marks, CopyMode::Move); }},
+    {Action::Delete, StartDeletion},
     {Action::Rename, EditLabel},
     {Action::NewArchive, [](auto& context, auto&) { return NewArchive(context); }},
     {Action::NewDirectory, [](auto& context, auto&) { return NewDirectory(context); }},
     {Action::Create, [](auto& context, auto&) { return Create(context); }},
+    {Action::RemoveDoubleEntries, RemoveDoubleEntries},
+    {Action::RemoveCircularEntries, RemoveCircularEntries},
+    {Action::RemoveArchiveEntry, RemoveArchiveEntry},
     {Action::Refresh, [](auto& context, auto&) { return RefreshActive(context); }},
     {Action::RefreshAccount, [](auto& context, auto&) { return RefreshAccount(context); }},
     {Action::IndexTree, [](auto& context, auto&) { return CmdIndexTree(context); }},

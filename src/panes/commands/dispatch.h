@@ -1,6 +1,7 @@
 // From an action to what it does.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,14 @@ bool HasRoutine(Action action);
 
 // --- What follows a dialog's OK, in the busy state likewise. ---
 Outcome RunCopyMove(CommandContext& context, const CopyMoveRequest& request);
+Outcome RunStoreTransfer(CommandContext& context, const ZEBCopyMoveRequest& request);
+Outcome RunRuleTransfer(CommandContext& context, const RoutCopyMoveRequest& request);
+Outcome RunStoreDeletion(CommandContext& context, const DelZEBRequest& request);
+Outcome RunRuleDeletion(CommandContext& context, const operations::RuleSelection& rules);
+Outcome RunFileDeletion(CommandContext& context, const DelFSRequest& request);
+Outcome RunDoubleEntriesOk(CommandContext& context, DelDblArcEntriesDialog& dialog);
+// Nothing as long as the dialog stays.
+std::optional<Outcome> RunCircularEntriesOk(CommandContext& context, DelCircArcEntriesDialog& dialog);
 Outcome RunAddressExport(CommandContext& context, const addresses::AddressExportRequest& request);
 Outcome RunFilterOk(CommandContext& context, bool changed);  // FilterDialog::Ok
 Outcome RunChangeServer(CommandContext& context, const std::string& server);

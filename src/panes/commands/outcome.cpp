@@ -23,6 +23,7 @@ void Outcome::Add(Outcome later) {
   if (later.Dialog != DialogKind::None) Dialog = later.Dialog;
   if (later.Session != SessionChange::None) Session = later.Session;
   if (later.Export != nullptr) Export = std::move(later.Export);
+  if (later.Prepared.index() != 0) Prepared = std::move(later.Prepared);
   Take(PatternAction, std::move(later.PatternAction));
   Take(Message, std::move(later.Message));
   Take(ExitStatus, std::move(later.ExitStatus));

@@ -4,8 +4,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 
 #include "panes/dialogs/copy_move_dialog.h"
+#include "panes/dialogs/del_circ_arc_entries_dialog.h"
+#include "panes/dialogs/del_dbl_arc_entries_dialog.h"
+#include "panes/dialogs/del_fs_dialog.h"
+#include "panes/dialogs/del_rout_dialog.h"
+#include "panes/dialogs/del_zeb_dialog.h"
+#include "panes/dialogs/rout_copy_move_dialog.h"
+#include "panes/dialogs/zeb_copy_move_dialog.h"
 #include "panes/selection.h"
 #include "store/archive.h"
 
@@ -19,6 +27,7 @@ enum class DialogKind {
   Options,
   ChangeServer,
   CopyMove,  // Outcome::Export holds what it opens with
+  Prepared,  // Outcome::Prepared holds its model
   SetMarker,
   NewArchive,
   Pattern,
@@ -27,6 +36,12 @@ enum class DialogKind {
   About,
   SystemInformation,
 };
+
+// The model of a dialog that works on what is marked, ready to be shown.
+using PreparedDialog =
+    std::variant<std::monostate, std::shared_ptr<ZEBCopyMoveDialog>, std::shared_ptr<RoutCopyMoveDialog>,
+                 std::shared_ptr<DelZEBDialog>, std::shared_ptr<DelRoutDialog>, std::shared_ptr<DelFSDialog>,
+                 std::shared_ptr<DelDblArcEntriesDialog>, std::shared_ptr<DelCircArcEntriesDialog>>;
 
 // A message to be shown by the message viewer.
 struct MessageRequest {
@@ -51,6 +66,7 @@ struct Outcome {
 
   DialogKind Dialog = DialogKind::None;
   std::shared_ptr<const CopyMoveDialog::Parts> Export{};  // for DialogKind::CopyMove
+  PreparedDialog Prepared{};                              // for DialogKind::Prepared
   std::optional<SelectionAction> PatternAction{};         // for DialogKind::Pattern
   std::optional<MessageRequest> Message{};                // for the viewer
   std::optional<int> ExitStatus{};                        // the process ends

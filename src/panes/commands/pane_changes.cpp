@@ -24,8 +24,8 @@ Outcome WentTo(const CommandContext& context) {
 }
 
 void ListAnew(ArchivePane& pane) {
-  // A move may have taken away the archive that was shown.
-  if (!pane.Refresh()) (void)pane.GoToRoot();
+  // A command may have taken away the archive that was shown.
+  if (!pane.RefreshNearest()) (void)pane.GoToRoot();
 }
 
 Outcome ListVisiblePanes(CommandContext& context) {

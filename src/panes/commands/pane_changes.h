@@ -10,7 +10,7 @@ namespace velmora::panes {
 void NoteChange(Outcome& outcome, PaneView view);
 // The active pane has gone to another place: its cursor stands where the pane says.
 Outcome WentTo(const CommandContext& context);
-// The panes that the window shows are listed anew; one whose place is gone shows its root.
+// The panes that the window shows are listed anew; one whose place is gone shows the nearest above it.
 Outcome ListVisiblePanes(CommandContext& context);
 // An archive pane likewise.
 void ListAnew(ArchivePane& pane);

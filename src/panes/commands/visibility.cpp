@@ -177,11 +177,9 @@ constexpr auto EnabledRules = std::to_array<VisibilityRule>({
     {"tbrErrLog", HasErrorLog},
 });
 
-// Copying and moving stand for the export only: from the left archive into the directory on the right.
-bool IsExport(const Situation& s) { return s.ShowsFiles && s.ActiveView == PaneView::LZEBView; }
-
+// What is copied or moved comes from an archive: from the file view nothing goes into the store yet.
 bool IsAvailable(Action action, const Situation& situation) {
-  if (action == Action::Copy || action == Action::Move) return IsExport(situation);
+  if (action == Action::Copy || action == Action::Move) return InArchiveView(situation);
   return IsBuilt(action);
 }
 
@@ -231,6 +229,9 @@ constexpr auto KeyRules = std::to_array<ActionRule>({
     {Action::UserArchives, IsAdministrator},
     {Action::ChangeServer, IsAdministrator},
     {Action::ToggleRuleView, MayUseRules},
+    {Action::RemoveDoubleEntries, ShowsArchiveTool},
+    {Action::RemoveCircularEntries, ShowsArchiveTool},
+    {Action::RemoveArchiveEntry, ShowsArchiveTool},
     // A short-cut has no entry in the menu, but its label can be edited.
     {Action::Rename,
      [](const Situation& s) { return IsObject(s) && (s.InFileView() || s.UserRights.ObjectProperties); }},
