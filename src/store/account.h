@@ -12,6 +12,7 @@
 #include "store/address_item.h"
 #include "store/archive.h"
 #include "store/errors.h"
+#include "store/patience.h"
 
 namespace velmora::store {
 
@@ -104,12 +105,31 @@ class DvAccount {
   // Makes an entry of an EML file in the target archive; the file's bytes are kept as the entry's source.
   virtual Result<std::unique_ptr<DvItem>> DVMailItemFromEml(std::string_view path, DvArchive& target) = 0;
 
+  // How long reading waits for other processes from now on (store_error::Busy when it is over); what is being
+  // written has the usual patience always. The usual one at first.
+  virtual void SetPatience(Patience) {}
   // Commits what is pending in every archive; cheap when nothing is.
   virtual Status Commit() = 0;
   // What went wrong since the last call without costing more than an entry in the server's own logs; nothing
   // mostly.
   virtual std::optional<Error> TakeWarning() { return std::nullopt; }
   virtual void Logoff() = 0;
+};
+
+// While it lives, reading waits for nobody. A null account is none of its business.
+class ImpatientReading {
+ public:
+  explicit ImpatientReading(DvAccount* account) : account_(account) {
+    if (account_ != nullptr) account_->SetPatience(Patience::None);
+  }
+  ~ImpatientReading() {
+    if (account_ != nullptr) account_->SetPatience(Patience::Usual);
+  }
+  ImpatientReading(const ImpatientReading&) = delete;
+  ImpatientReading& operator=(const ImpatientReading&) = delete;
+
+ private:
+  DvAccount* account_;
 };
 
 // The root object of a backend.

@@ -74,10 +74,11 @@ Result<std::string> ReadRecordFile(platform::FileSystem& fileSystem, std::string
 }  // namespace
 
 Result<ArchiveLock> ArchiveLock::Acquire(platform::FileSystem& fileSystem, std::string_view directory,
-                                         Mode mode) {
+                                         Mode mode, Patience patience) {
   const Result<std::string> hostPath = fileSystem.HostPath(directory);
   if (!hostPath) return Fail(LockError(directory, ENOENT));
-  const auto deadline = std::chrono::steady_clock::now() + LongestWait;
+  const auto deadline =
+      std::chrono::steady_clock::now() + (patience == Patience::Usual ? LongestWait : LongestWait.zero());
   const int operation = (mode == Mode::Exclusive ? LOCK_EX : LOCK_SH) | LOCK_NB;
   auto pause = FirstPause;
   while (true) {

@@ -8,6 +8,7 @@
 
 #include "base/result.h"
 #include "platform/file_system.h"
+#include "store/patience.h"
 
 namespace velmora::store {
 
@@ -27,9 +28,10 @@ class ArchiveLock {
  public:
   enum class Mode { Shared, Exclusive };  // readers, writers
 
-  // Waits up to five seconds for other holders: store_error::Busy. NotFound when the directory is not there,
-  // NoAccess when it cannot be opened.
-  static Result<ArchiveLock> Acquire(platform::FileSystem& fileSystem, std::string_view directory, Mode mode);
+  // Waits for other holders: store_error::Busy when patience is at an end. NotFound when the directory is not
+  // there, NoAccess when it cannot be opened.
+  static Result<ArchiveLock> Acquire(platform::FileSystem& fileSystem, std::string_view directory, Mode mode,
+                                     Patience patience = Patience::Usual);
   ArchiveLock(ArchiveLock&& other) noexcept;
   ArchiveLock& operator=(ArchiveLock&& other) noexcept;
   ArchiveLock(const ArchiveLock&) = delete;

@@ -144,6 +144,8 @@ ArchiveTree::ArchiveTree(platform::FileSystem& fileSystem, std::string rootDirec
 
 ArchiveTree::~ArchiveTree() = default;
 
+void ArchiveTree::SetPatience(Patience patience) { state_->Lists.SetPatience(patience); }
+
 ArchiveRecord ArchiveTree::Root() {
   ArchiveRecord root;
   root.Directory = state_->RootDirectory;

@@ -13,6 +13,7 @@
 
 #include "base/result.h"
 #include "platform/file_system.h"
+#include "store/patience.h"
 
 namespace velmora::store::embedded {
 
@@ -45,6 +46,7 @@ class ArchiveTree {
   ~ArchiveTree();
 
   // --- Reading. ---
+  void SetPatience(Patience patience);
   ArchiveRecord Root();
   // In record order; a directory without a list has none. store_error::Damaged when the list cannot be read.
   Result<std::vector<ArchiveRecord>> Children(std::string_view directory);

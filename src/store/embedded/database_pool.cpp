@@ -93,6 +93,13 @@ DatabasePool::~DatabasePool() {
   if (Commit() && !hasAbandoned_) journal_.Finish();
 }
 
+void DatabasePool::SetPatience(Patience patience) {
+  patience_ = patience;
+  for (const auto& [directory, archive] : archives_) {
+    if (!archive->Database().IsWriting()) archive->Database().SetPatience(patience);
+  }
+}
+
 Result<OpenArchive*> DatabasePool::ForReading(std::string_view directory) {
   if (const auto done = CommitOverdue(); !done) return Fail(done.error());
   return Find(directory, false);
@@ -108,6 +115,7 @@ Result<OpenArchive*> DatabasePool::ForWriting(std::string_view directory) {
 
 Status DatabasePool::Begin(OpenArchive& archive) {
   if (archive.Database().IsWriting()) return {};
+  archive.Database().SetPatience(Patience::Usual);
   if (const auto begun = archive.Database().BeginWrite(); !begun) return begun;
   archive.begun_ = clock_.SteadyMilliseconds();
   archive.highestKey_.reset();
@@ -209,6 +217,7 @@ Result<std::unique_ptr<OpenArchive>> DatabasePool::Open(std::string_view directo
   }
   auto database = MessageDatabase::Open(*hostPath, path);
   if (!database) return Fail(database.error());
+  (*database)->SetPatience(patience_);
   if (!create) {
     const auto hasTables = (*database)->HasTables();
     if (!hasTables) return Fail(hasTables.error());
@@ -232,6 +241,8 @@ void DatabasePool::MakeRoom() {
 }
 
 Status DatabasePool::CommitOverdue() {
+  // Whoever reads without patience may tell nobody what became of a commit.
+  if (patience_ == Patience::None) return {};
   if (failure_) return Fail(*std::exchange(failure_, std::nullopt));
   const auto now = clock_.SteadyMilliseconds();
   for (const auto& [directory, archive] : archives_) {

@@ -87,6 +87,9 @@ class DatabasePool {
   DatabasePool(platform::FileSystem& fileSystem, platform::Clock& clock, std::string moveJournals);
   ~DatabasePool();  // commits
 
+  // Of reading. A database in a transaction keeps the usual patience: what is written must come to stand.
+  void SetPatience(Patience patience);
+
   // Null for a directory without messages.
   Result<OpenArchive*> ForReading(std::string_view directory);
   // In a transaction; makes the database.
@@ -124,6 +127,7 @@ class DatabasePool {
   platform::FileSystem& fileSystem_;
   platform::Clock& clock_;
   Archives archives_;
+  Patience patience_ = Patience::Usual;
   std::uint64_t uses_ = 0;
   std::unordered_map<std::string, std::shared_ptr<void>> watched_;  // by share
   std::string moveJournals_;

@@ -158,6 +158,11 @@ Result<EntryKey> EmbeddedAccount::Store(DvArchive& target, std::string_view mess
   return session_->Messages.Deliver(target.ID(), message, options);
 }
 
+void EmbeddedAccount::SetPatience(Patience patience) {
+  session_->Tree.SetPatience(patience);
+  session_->Messages.SetPatience(patience);
+}
+
 Status EmbeddedAccount::Commit() {
   const auto committed = session_->Messages.Commit();
   session_->Logs.Write();

@@ -55,6 +55,7 @@ class EmbeddedAccount final : public DvAccount {
   // The bytes of a message as a new entry of the archive, noted in the receive log.
   Result<EntryKey> Deliver(DvArchive& target, std::string_view message, const DeliverOptions& options);
 
+  void SetPatience(Patience patience) override;
   Status Commit() override;
   std::optional<Error> TakeWarning() override { return session_->Logs.TakeWarning(); }
   // Commits what is pending; archives that are still held stay usable.

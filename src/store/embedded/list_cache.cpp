@@ -203,7 +203,7 @@ Result<std::shared_ptr<const ArchiveList>> ListCache::Fetch(std::string_view dir
   std::optional<ArchiveLock> lock;
   if (!locked) {
     Result<ArchiveLock> shared =
-        ArchiveLock::Acquire(fileSystem_, NormalizePath(directory), ArchiveLock::Mode::Shared);
+        ArchiveLock::Acquire(fileSystem_, NormalizePath(directory), ArchiveLock::Mode::Shared, patience_);
     if (shared)
       lock = std::move(*shared);
     else if (shared.error().Number != store_error::NotFound)

@@ -73,6 +73,8 @@ class ListCache {
  public:
   explicit ListCache(platform::FileSystem& fileSystem) : fileSystem_(fileSystem) {}
 
+  // Of reading. Usual at first.
+  void SetPatience(Patience patience) { patience_ = patience; }
   // The list as the file has it now. store_error::Damaged, NoAccess, Busy.
   Result<std::shared_ptr<const ArchiveList>> Get(std::string_view directory);
   // The same for who holds a lock on the directory.
@@ -108,6 +110,7 @@ class ListCache {
   void Accept(std::string_view directory, Entry& entry, std::string content);
 
   platform::FileSystem& fileSystem_;
+  Patience patience_ = Patience::Usual;
   std::unordered_map<std::string, Entry> entries_;
   std::unordered_map<std::string, std::unordered_set<std::string>> strayed_;
 };

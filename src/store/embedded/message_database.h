@@ -27,6 +27,8 @@ class MessageDatabase {
   static Result<std::unique_ptr<MessageDatabase>> Open(const std::string& hostPath, std::string path,
                                                        Sqlite::Mode mode = Sqlite::Mode::ReadWrite);
 
+  void SetPatience(Patience patience) { sqlite_.SetPatience(patience); }
+
   // Whether another process or this one has made the tables; without them there is nothing to read.
   Result<bool> HasTables();
 

@@ -110,6 +110,8 @@ MessageStore::~MessageStore() = default;
 
 void MessageStore::SetSubmitHandler(SubmitHandler handler) { state_->Submit = std::move(handler); }
 
+void MessageStore::SetPatience(Patience patience) { state_->Entries.Pool().SetPatience(patience); }
+
 Result<int> MessageStore::Count(std::string_view directory) { return state_->Entries.Count(directory); }
 
 Result<std::unique_ptr<DvEntries>> MessageStore::GetEntries(std::string_view directory, std::uint32_t filter,

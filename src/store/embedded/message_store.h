@@ -15,6 +15,7 @@
 #include "store/address_item.h"
 #include "store/archive.h"
 #include "store/item.h"
+#include "store/patience.h"
 
 namespace velmora::store::embedded {
 
@@ -34,6 +35,8 @@ class MessageStore {
   ~MessageStore();  // commits
 
   void SetSubmitHandler(SubmitHandler handler);
+
+  void SetPatience(Patience patience);  // of reading; usual at first
 
   // --- Reading; a directory without archive.dat is empty. Damaged, Busy. ---
   Result<int> Count(std::string_view directory);

@@ -96,10 +96,14 @@ Result<Sqlite> Sqlite::Open(const std::string& hostPath, Mode mode) {
   Sqlite database(handle);
   if (code != SQLITE_OK) return Failure(code, sqlite3_errstr(code));
   sqlite3_extended_result_codes(handle, 1);
-  sqlite3_busy_timeout(handle, BusyMilliseconds);
+  database.SetPatience(Patience::Usual);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
   return database;
+}
+
+void Sqlite::SetPatience(Patience patience) {
+  sqlite3_busy_timeout(handle_.get(), patience == Patience::Usual ? BusyMilliseconds : 0);
 }
 
 Status Sqlite::Execute(const char* sql) {

@@ -1,5 +1,5 @@
 // SQLite in this program's terms: handles that close themselves, parameters instead of text, Result instead
-// of codes. Errors: Busy (another process held the file for longer than 5 s), Damaged, Failed.
+// of codes. Errors: Busy (another process held the file for longer than patience lasts), Damaged, Failed.
 #pragma once
 
 #include <sqlite3.h>
@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "base/result.h"
+#include "store/patience.h"
 
 namespace velmora::store::embedded {
 
@@ -46,6 +47,8 @@ class Sqlite {
   // The schema of the file is not trusted: views and triggers in it run no functions.
   static Result<Sqlite> Open(const std::string& hostPath, Mode mode);
 
+  // Usual at first.
+  void SetPatience(Patience patience);
   // One or more statements without parameters.
   Status Execute(const char* sql);
   Result<Statement> Prepare(std::string_view sql);

@@ -5,9 +5,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <set>
+#include <thread>
 
 #include "message_fixture.h"
 #include "store/embedded/entry_store.h"
@@ -192,6 +194,54 @@ TEST_F(MessageSafetyTest, BusyDatabaseIsWaitedForAndReported) {
   ASSERT_EQ(sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr), SQLITE_OK);
   sqlite3_close(other);
   EXPECT_EQ(Deliver(Mail), 2U);
+}
+
+TEST_F(MessageSafetyTest, ReadingWithoutPatienceDoesNotWait) {
+  Deliver(Mail);
+  ASSERT_TRUE(store->Commit());
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(directory.HostPath("archive/in/archive.dat").c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  store->SetPatience(Patience::None);
+  const auto milliseconds = [&] {
+    const auto begun = std::chrono::steady_clock::now();
+    const auto entries = store->GetEntries(In, 0, {});
+    EXPECT_FALSE(entries);
+    if (!entries) {
+      EXPECT_EQ(entries.error().Number, store_error::Busy);
+    }
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begun)
+        .count();
+  };
+  EXPECT_LT(milliseconds(), 1000) << "a database that is open";
+  ASSERT_TRUE(store->CommitAndClose(In));
+  EXPECT_LT(milliseconds(), 1000) << "one that is opened";
+  store->SetPatience(Patience::Usual);
+  EXPECT_GE(milliseconds(), 4000);
+  sqlite3_close(other);
+  EXPECT_TRUE(store->GetEntries(In, 0, {}));
+}
+
+TEST_F(MessageSafetyTest, WhatIsWrittenKeepsItsPatience) {
+  Deliver(Mail);
+  ASSERT_TRUE(store->Commit());
+  Deliver(Mail);
+  store->SetPatience(Patience::None);
+  clock.milliseconds += 10 * LongestTransaction;
+  EXPECT_EQ(Count(), 2);
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(directory.HostPath("archive/in/archive.dat").c_str(), &other), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_BUSY)
+      << "reading without patience commits nothing";
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN", nullptr, nullptr, nullptr), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "SELECT count(*) FROM entries", nullptr, nullptr, nullptr), SQLITE_OK);
+  std::thread reader([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    EXPECT_EQ(sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr), SQLITE_OK);
+  });
+  EXPECT_TRUE(store->Commit());
+  reader.join();
+  sqlite3_close(other);
 }
 
 TEST_F(MessageSafetyTest, ReadingLeavesNoLockBehind) {

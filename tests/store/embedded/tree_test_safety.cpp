@@ -296,6 +296,19 @@ TEST_F(TreeSafetyTest, HeldListIsBusyAfterTheWait) {
   EXPECT_EQ(Children(Root).size(), 1u) << "a list that is known needs no lock";
 }
 
+TEST_F(TreeSafetyTest, ReadingWithoutPatienceDoesNotWaitForAHeldList) {
+  Make(Root, "Post");
+  ArchiveTree other(*Files, std::string(Root));
+  const auto held = ArchiveLock::Acquire(*Files, Root, ArchiveLock::Mode::Exclusive);
+  ASSERT_TRUE(held);
+  other.SetPatience(Patience::None);
+  const auto begun = std::chrono::steady_clock::now();
+  const auto children = other.Children(Root);
+  EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(1));
+  ASSERT_FALSE(children);
+  EXPECT_EQ(children.error().Number, store_error::Busy);
+}
+
 TEST_F(TreeSafetyTest, ReadersShareTheLock) {
   Make(Root, "Post");
   const auto held = ArchiveLock::Acquire(*Files, Root, ArchiveLock::Mode::Shared);
