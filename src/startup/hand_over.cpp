@@ -21,13 +21,13 @@ bool HandOverFileExists(Context& context) {
   return !context.process.TempDir.empty() && context.fileSystem.FileExists(HandOverPath(context));
 }
 
-std::string ReadHandOverFile(Context& context) {
-  const Result<std::string> bytes = context.fileSystem.ReadFile(HandOverPath(context));
-  if (!bytes) {
-    return "";
-  }
-  const std::string_view line = std::string_view(*bytes).substr(0, bytes->find('\n'));
+std::string HandOverLine(std::string_view bytes) {
+  const std::string_view line = bytes.substr(0, bytes.find('\n'));
   return line.size() > LongestLine ? "" : std::string(Trim(FromCodePage(line)));
+}
+
+std::string ReadHandOverFile(Context& context) {
+  return HandOverLine(context.fileSystem.ReadFile(HandOverPath(context)).value_or(""));
 }
 
 void WriteHandOverFile(Context& context) {

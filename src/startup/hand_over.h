@@ -4,13 +4,16 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "startup/process.h"
 
 namespace velmora::startup {
 
 bool HandOverFileExists(Context& context);
-// The first line; "" when it cannot be read.
+// The line in such a file's bytes: the first one, trimmed; "" for one that no instance writes.
+std::string HandOverLine(std::string_view bytes);
+// That of the file; "" when it cannot be read.
 std::string ReadHandOverFile(Context& context);
 // A file that cannot be written does not arise.
 void WriteHandOverFile(Context& context);
