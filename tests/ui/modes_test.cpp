@@ -1,15 +1,12 @@
 // What each kind of user sees, and whether everybody can use it: rights modes, names for screen readers,
 // mnemonics of the dialogs.
 
-#include <QAccessible>
-#include <QGroupBox>
-#include <QLabel>
-#include <QMap>
 #include <QMenu>
 #include <QToolButton>
 
 #include "panes/rows.h"
 #include "ui_fixture.h"
+#include "usable_by_all.h"
 
 namespace velmora::ui {
 namespace {
@@ -89,35 +86,6 @@ INSTANTIATE_TEST_SUITE_P(All, ModeTest, testing::Values(0U, 1U, 2U),
                          [](const auto& mode) { return std::string(Modes[mode.param].Panel); });
 
 // --- Names and mnemonics. ---
-
-QString NameOf(QWidget& widget) {
-  QAccessibleInterface* const seen = QAccessible::queryAccessibleInterface(&widget);
-  return seen == nullptr ? QString() : seen->text(QAccessible::Name);
-}
-
-// The text on a control that a mnemonic may stand in.
-QString CaptionOf(const QWidget& widget) {
-  if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) return button->text();
-  if (const auto* group = qobject_cast<const QGroupBox*>(&widget)) return group->title();
-  const auto* label = qobject_cast<const QLabel*>(&widget);
-  return label != nullptr && label->buddy() != nullptr ? label->text() : QString();
-}
-
-void ExpectUsableByAll(QWidget& window) {
-  QMap<QString, QString> taken;
-  for (QWidget* const widget : window.findChildren<QWidget*>()) {
-    if (!widget->isVisibleTo(&window) || widget->objectName().startsWith("qt_")) continue;
-    if (widget->focusPolicy() != Qt::NoFocus) {
-      EXPECT_FALSE(NameOf(*widget).isEmpty())
-          << widget->metaObject()->className() << " " << widget->objectName().toStdString();
-    }
-    const QString key = QKeySequence::mnemonic(CaptionOf(*widget)).toString();
-    if (key.isEmpty()) continue;
-    EXPECT_FALSE(taken.contains(key)) << key.toStdString() << ": " << CaptionOf(*widget).toStdString()
-                                      << " and " << taken.value(key).toStdString();
-    taken.insert(key, CaptionOf(*widget));
-  }
-}
 
 TEST_F(WindowTest, EveryControlThatTakesTheFocusHasAName) { ExpectUsableByAll(OpenWindow()); }
 
