@@ -88,13 +88,13 @@ void QtStatusDisplay::SetStatusText(std::string_view text) {
 void QtStatusDisplay::ShowWait(std::string_view text) {
   if (depth_++ == 0) QApplication::setOverrideCursor(Qt::WaitCursor);
   if (text.empty() || box_ != nullptr) return;
-  box_ = std::make_unique<QWidget>(BoxParent(), Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+  box_ = new QWidget(BoxParent(), Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
   box_->setObjectName("WaitBox");
   box_->setWindowTitle("Bitte warten");
   auto* const label = new QLabel(ToQt(text));
   label->setTextFormat(Qt::PlainText);
   label->setContentsMargins(24, 16, 24, 16);
-  auto* const layout = new QVBoxLayout(box_.get());
+  auto* const layout = new QVBoxLayout(box_);
   layout->addWidget(label);
   box_->show();
   QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -102,7 +102,7 @@ void QtStatusDisplay::ShowWait(std::string_view text) {
 
 void QtStatusDisplay::EndWait() {
   if (depth_ == 0 || --depth_ > 0) return;
-  box_.reset();
+  delete box_;
   QApplication::restoreOverrideCursor();
 }
 

@@ -1,6 +1,7 @@
 // The front end of the window: boxes, choosers, progress box, viewers.
 #pragma once
 
+#include <QPointer>
 #include <functional>
 #include <memory>
 
@@ -42,7 +43,7 @@ class QtStatusDisplay final : public run::StatusDisplay {
   void EndWait() override;
 
  private:
-  std::unique_ptr<QWidget> box_;
+  QPointer<QWidget> box_;  // the window that it stands on may take it along
   int depth_ = 0;
 };
 

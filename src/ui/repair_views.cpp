@@ -20,20 +20,34 @@ class RepairDialog final : public QDialog {
   }
 };
 
-QLabel* AddValue(QVBoxLayout& layout, std::string_view name, std::string_view caption,
-                 const std::string& value) {
+constexpr int TextMargin = 2;  // the dots of capital letters are cut off without
+constexpr int GroupSpacing = 8;
+
+void AddCaption(QVBoxLayout& layout, std::string_view caption) {
+  auto* const label = new QLabel(PlainCaption(caption));
+  label->setMargin(TextMargin);
+  layout.addWidget(label);
+}
+
+void AddButtons(QDialog& dialog, QVBoxLayout& layout) {
+  layout.addSpacing(GroupSpacing);
+  layout.addWidget(MakeOkCancel(dialog));
+  dialog.findChild<QPushButton*>("OkButton")->setFocus();
+}
+
+void AddValue(QVBoxLayout& layout, std::string_view name, std::string_view caption,
+              const std::string& value) {
   auto* const shown = Named(new QLabel(ToQt(value)), name, caption);
   shown->setTextFormat(Qt::PlainText);
   shown->setWordWrap(true);
-  shown->setMargin(2);  // the dots of capital letters are cut off without
+  shown->setMargin(TextMargin);
   shown->setMinimumWidth(FieldWidth);
   shown->setTextInteractionFlags(Qt::TextSelectableByMouse);
   QFont bold = shown->font();
   bold.setBold(true);
   shown->setFont(bold);
-  layout.addWidget(new QLabel(PlainCaption(caption)));
+  AddCaption(layout, caption);
   layout.addWidget(shown);
-  return shown;
 }
 
 }  // namespace
@@ -45,7 +59,7 @@ bool ShowDoubleEntriesDialog(const panes::DelDblArcEntriesDialog& model, QWidget
   auto* const layout = new QVBoxLayout(&dialog);
   AddValue(*layout, "SrcArc", text::SrcArc, model.SrcArc());
   AddValue(*layout, "DblCnt", text::DblCnt, model.DblCnt());
-  layout->addWidget(MakeOkCancel(dialog));
+  AddButtons(dialog, *layout);
   return dialog.exec() == QDialog::Accepted;
 }
 
@@ -62,11 +76,10 @@ void ShowCircularEntriesDialog(const panes::DelCircArcEntriesDialog& model, cons
   report->setTabChangesFocus(true);
   report->setLineWrapMode(QPlainTextEdit::NoWrap);
   report->setMinimumSize(ReportSize);
-  layout->addWidget(new QLabel(PlainCaption(text::ListCircRef)));
+  AddCaption(*layout, text::ListCircRef);
   layout->addWidget(report, 1);
   AddValue(*layout, "DblCnt", text::DblCnt, model.DblCnt());
-  layout->addWidget(MakeOkCancel(dialog));
-  dialog.findChild<QPushButton*>("OkButton")->setFocus();
+  AddButtons(dialog, *layout);
   dialog.Ok = ok;
   dialog.exec();
 }

@@ -154,6 +154,18 @@ TEST_F(FrontEndTest, WaitsNestAndEnd) {
   status.EndWait();  // one too many is no harm
 }
 
+TEST_F(FrontEndTest, ABoxOfWaitingMayGoWithTheWindowBelowIt) {
+  run::StatusDisplay& status = frontEnd.Set().status;
+  auto window = std::make_unique<QDialog>();
+  window->setModal(true);
+  window->show();
+  status.ShowWait("Zirkulare Referenzen suchen");
+  EXPECT_NE(window->findChild<QWidget*>("WaitBox"), nullptr);
+  window.reset();
+  status.EndWait();
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
 TEST(FiltersTest, AreWrittenAsTheToolkitReadsThem) {
   EXPECT_EQ(ToQtFilters({{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}}),
             "Textdatei (*.txt);;Alle Dateien (*)");

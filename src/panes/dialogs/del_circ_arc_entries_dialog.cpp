@@ -12,11 +12,14 @@ constexpr std::string_view ReportWait = "Reportprofil wird generiert";
 // The wait box, closed again on every way out.
 class Wait {
  public:
-  Wait(run::Run& run, std::string_view text) : status_(run.frontEnd().status) { Show(text); }
+  Wait(run::Run& run, std::string_view text) : status_(run.frontEnd().status) { status_.ShowWait(text); }
   Wait(const Wait&) = delete;
   Wait& operator=(const Wait&) = delete;
   ~Wait() { status_.EndWait(); }
-  void Show(std::string_view text) { status_.ShowWait(text); }
+  void Show(std::string_view text) {
+    status_.EndWait();
+    status_.ShowWait(text);
+  }
 
  private:
   run::StatusDisplay& status_;
