@@ -234,6 +234,23 @@ TEST(CommandTable, WhatIsNotBuiltYetSaysSo) {
   EXPECT_EQ(ToolTipOf(*FindCommand("MnMailArcOp")), "Mailarchive");
 }
 
+TEST(CommandTable, TheContextMenusDoWhatTheirTwinsDo) {
+  constexpr std::pair<std::string_view, std::string_view> twins[] = {
+      {"MnCopy", "MnCxCopy"},
+      {"MnMove", "MnCxMove"},
+      {"MnDelete", "MnCxDel"},
+      {"MnDelete", "MnCxFsDel"},
+      {"MnRename", "MnCxRename"},
+      {"MnRename", "MnCxFsRename"},
+      {"MnDelDblArcEntries", "MnCxDelDblArcEntries"},
+      {"MnDelCircArcEntries", "MnCxDelCircArcEntries"},
+      {"MnDelArcEntry", "MnCxDelArcEntry"}};
+  for (const auto& [main, context] : twins) {
+    EXPECT_EQ(FindCommand(main)->Runs, FindCommand(context)->Runs) << context;
+    EXPECT_TRUE(IsBuilt(FindCommand(main)->Runs)) << main;
+  }
+}
+
 TEST(CommandTable, EveryBuiltActionIsDispatchedAndNoOther) {
   for (const Command& command : Commands()) {
     if (!command.OpensMenu()) {

@@ -10,6 +10,7 @@ import argparse
 import contextlib
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -17,6 +18,7 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tests" / "integration"))
+import operations_test  # noqa: E402
 from workplace import Workplace  # noqa: E402
 
 # The colours of a dark desktop, as its settings hold them.
@@ -194,6 +196,65 @@ def take_mail_archive(session, directory):
     session.keys("Tab")
 
 
+DEMO = "/Archive/Gemeinsam/messages"
+RECORD = 430  # bytes of an entry of archive.dir
+
+
+def damage(place):
+    """Rules, an archive that stands twice in its list, and an entry that leads back up."""
+    case = operations_test.Case(place, "")
+    case.put_rules(f"{DEMO}/Einkauf", [("Angebote", None), ("Mahnungen", None), ("Reste", [f"{DEMO}/Technik"])])
+    directory = {path: directory for path, (directory, _) in case.archives().items()}
+    records = lambda path: [path.read_bytes()[at:at + RECORD] for at in range(0, path.stat().st_size, RECORD)]  # noqa: E731
+    demo = directory[DEMO] / "archive.dir"
+    twice = next(record for record in records(demo) if b"Einkauf" in record)
+    up = next(record for record in records(directory["/Archive/Gemeinsam"] / "archive.dir") if b"messages" in record)
+    demo.write_bytes(demo.read_bytes() + twice)
+    own = directory[f"{DEMO}/Einkauf"] / "archive.dir"
+    own.write_bytes((own.read_bytes() if own.exists() else b"") + up)
+
+
+def set_view(place, rules):
+    """Both sides show archives when the program starts next, the left one its rules."""
+    path = pathlib.Path(place.environment["VELMORA_CONFIG_DIR"]) / "settings.toml"
+    text = path.read_text()
+    for name, value in (("ViewMode", 0), ("LastActiveView", 0), ("LZEBViewModeRouting", int(rules))):
+        text, changed = re.subn(rf"(?m)^{name} = .*$", f"{name} = {value}", text)
+        if changed != 1:
+            sys.exit(f"{path}: {name} stands there {changed} times")
+    path.write_text(text)
+
+
+# Each with the keys that open it from the left list, whose cursor stands on an archive.
+STORE = {
+    "store-copy": ["F5"],
+    "store-move": ["F6"],
+    "store-delete": ["F8"],
+    "store-delete-linked": ["F8", "Tab", "Tab", "space", "Return"],
+    "store-doubled": ["alt+b", "d"],
+    "store-circular": ["alt+b", "z"],
+    "store-entry": ["alt+b", "t"],
+}
+RULES = {"rules-copy": ["F5"], "rules-delete": ["F8"]}
+
+
+def take_store(session, rules):
+    session.enlarge()
+    session.keys("Tab")
+    enter(session, "gem")
+    session.keys("Tab")
+    enter(session, *(["gem", "mess", "ein"] if rules else ["gem", "mess"]))
+    session.keys("Home", "Down")
+    if rules:
+        session.keys("Down", "Insert", "Insert")
+    session.shot("rules" if rules else "store")
+    for name, keys in (RULES if rules else STORE).items():
+        session.keys(*keys)
+        session.shot(name)
+        session.back()
+        session.back()
+
+
 def take(session, brief):
     session.shot("default-size")
     session.enlarge()
@@ -214,6 +275,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--bin", type=pathlib.Path, required=True)
     parser.add_argument("--only", help="one of the sets alone: light, dark, light2, dark2")
+    parser.add_argument("--part", choices=["window", "store"], help="the window and its dialogs, or those of the store alone")
     parser.add_argument("output", type=pathlib.Path)
     options = parser.parse_args()
     options.output.mkdir(parents=True, exist_ok=True)
@@ -225,12 +287,23 @@ def main():
         place.deliver()
         place.put_entries()
         place.export()
-        for prefix, scale, dark in [("light", 1, False), ("dark", 1, True), ("light2", 2, False), ("dark2", 2, True)]:
-            if options.only in (None, prefix):
+        sets = [one for one in [("light", 1, False), ("dark", 1, True), ("light2", 2, False), ("dark2", 2, True)]
+                if options.only in (None, one[0])]
+        for prefix, scale, dark in sets:
+            with contextlib.closing(Session(place, options.output, prefix, scale, dark)) as session:
+                if options.part == "store":
+                    continue  # its end writes the settings
+                take(session, brief=scale == 2)
+                if scale == 1:
+                    take_mail_archive(session, place.archive / "Gemeinsam" / "messages" / "Einkauf")
+        if options.part == "window":
+            return
+        damage(place)
+        for prefix, scale, dark in sets:
+            for rules in (False, True):
+                set_view(place, rules)
                 with contextlib.closing(Session(place, options.output, prefix, scale, dark)) as session:
-                    take(session, brief=scale == 2)
-                    if scale == 1:
-                        take_mail_archive(session, place.archive / "Gemeinsam" / "messages" / "Einkauf")
+                    take_store(session, rules)
 
 
 if __name__ == "__main__":
