@@ -7,12 +7,20 @@
 #include <vector>
 
 #include "base/text.h"
+#include "store/embedded/share_references.h"
 
 namespace velmora::store::embedded {
 namespace {
 
 constexpr std::string_view Blanks = " \t\r\n\f";
 constexpr int HighestInlinePart = 99;
+
+// Elements that escape the policy: `base` bends links, `link` has names looked up and connections made ahead,
+// and so do a frame and the sending of a form, even where the policy then forbids them.
+constexpr std::array<std::string_view, 6> DroppedElements = {"base",   "form", "frame",
+                                                             "iframe", "link", "script"};
+// Attributes that are text and load nothing.
+constexpr std::array<std::string_view, 4> TextAttributes = {"alt", "content", "title", "value"};
 
 // Elements whose content is text for the parser, up to their end tag.
 constexpr std::array<std::string_view, 8> RawTextElements = {"iframe", "noembed",  "noframes", "script",
@@ -38,6 +46,22 @@ std::size_t FindWord(std::string_view text, std::string_view lowerWord, std::siz
       std::search(text.begin() + static_cast<std::ptrdiff_t>(std::min(position, text.size())), text.end(),
                   lowerWord.begin(), lowerWord.end(), [](char a, char b) { return LowerAscii(a) == b; });
   return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
+}
+
+// Whether a parser might read a tag at the "<".
+bool IsTagStart(std::string_view html, std::size_t position) {
+  const auto letter = position + (html.substr(position + 1).starts_with('/') ? 2 : 1);
+  return letter < html.size() && IsLetter(html[letter]);
+}
+
+void AppendWithoutTags(std::string& result, std::string_view text) {
+  std::size_t copied = 0;
+  for (auto open = text.find('<'); open != std::string_view::npos; open = text.find('<', open + 1)) {
+    if (!IsTagStart(text, open)) continue;
+    result.append(text.substr(copied, open - copied)).append("&lt;");
+    copied = open + 1;
+  }
+  result.append(text.substr(copied));
 }
 
 struct Attribute {
@@ -163,19 +187,26 @@ class Rendition {
     result_.append(html_.substr(position_, end - position_));
     position_ = end;
   }
+  // The same for what is no tag, or the inside of one.
+  void CopyWithoutTags(std::size_t end) {
+    AppendWithoutTags(result_, html_.substr(position_, end - position_));
+    position_ = end;
+  }
 
   void CopyMarkup() {
     const auto rest = html_.substr(position_);
-    if (rest.starts_with("<!--")) return Copy(CommentEnd());
+    if (rest.starts_with("<!--")) return CopyWithoutTags(CommentEnd());
+    if (IsTagStart(html_, position_)) return CopyTag();
     const char first = rest.size() > 1 ? rest[1] : '\0';
-    const bool isTag = IsLetter(first) || (first == '/' && rest.size() > 2 && IsLetter(rest[2]));
-    if (isTag) return CopyTag();
     // "<!", "<?" and "</" with anything else are comments up to ">"; any other "<" is text.
     if (first == '!' || first == '?' || first == '/') {
       const auto end = html_.find('>', position_);
-      return Copy(end == std::string_view::npos ? html_.size() : end + 1);
+      return CopyWithoutTags(end == std::string_view::npos ? html_.size() : end + 1);
     }
-    Copy(position_ + 1);
+    if (first != '<') return Copy(position_ + 1);
+    // A tag behind it that is dropped would leave it before the text that follows.
+    result_.append("&lt;");
+    ++position_;
   }
 
   std::size_t CommentEnd() const {
@@ -209,23 +240,18 @@ class Rendition {
     if (!isRawText) return;
     const auto end = RawTextEnd(tag->Name);
     if (tag->Name == "style") {
-      result_.append(RewriteCss(html_.substr(position_, end - position_)));
+      AppendWithoutTags(result_, RewriteCss(html_.substr(position_, end - position_)));
       position_ = end;
     } else {
-      Copy(end);
+      CopyWithoutTags(end);
     }
   }
 
   static bool IsDropped(const Tag& tag) {
-    if (tag.Name == "script" || tag.Name == "base" || tag.Name == "link") return true;
-    if (tag.Name != "meta") return false;
-    return std::ranges::any_of(tag.Attributes, [](const Attribute& attribute) {
-      if (attribute.Name == "charset") return true;
-      if (attribute.Name != "http-equiv") return false;
-      const auto value = LowerAscii(Trim(attribute.Value));
-      // A value with a character reference may be any of them.
-      return value == "refresh" || value == "content-type" || value.find('&') != std::string::npos;
-    });
+    if (std::ranges::find(DroppedElements, tag.Name) != DroppedElements.end()) return true;
+    return tag.Name == "meta" && std::ranges::any_of(tag.Attributes, [](const Attribute& attribute) {
+             return attribute.Name == "charset" || attribute.Name == "http-equiv";
+           });
   }
 
   // Where the end tag of a raw text element begins.
@@ -243,31 +269,42 @@ class Rendition {
 
   void CopyWithReferences(const Tag& tag) {
     const auto begin = position_;
+    Copy(begin + 1);
     for (const auto& attribute : tag.Attributes) {
-      const auto value = RewriteAttribute(attribute);
+      const auto value = RewriteAttribute(tag, attribute);
       if (!value) continue;
-      Copy(begin + attribute.Begin);
-      const char quote = attribute.End - attribute.Begin > attribute.Value.size() ? html_[position_] : '"';
+      CopyWithoutTags(begin + attribute.Begin);
+      const bool isQuoted = attribute.End - attribute.Begin > attribute.Value.size();
+      const char quote = isQuoted ? html_[position_] : '"';
       result_.push_back(quote);
-      result_.append(*value);
+      AppendWithoutTags(result_, isQuoted ? *value : ReplaceAll(*value, "\"", "&quot;"));
       result_.push_back(quote);
       position_ = begin + attribute.End;
     }
-    Copy(tag.End);
+    CopyWithoutTags(tag.End);
   }
 
-  std::optional<std::string> RewriteAttribute(const Attribute& attribute) const {
-    if (attribute.Name == "style") {
-      if (FindWord(attribute.Value, "cid:", 0) == std::string_view::npos) return std::nullopt;
-      return RewriteCss(attribute.Value);
-    }
+  std::optional<std::string> RewriteAttribute(const Tag& tag, const Attribute& attribute) const {
     const auto value = Trim(attribute.Value);
-    if (!StartsWithWord(value, "cid:")) return std::nullopt;
-    return Resolve(value.substr(4));
+    if (StartsWithWord(value, "cid:")) {
+      if (auto resolved = Resolve(value.substr(4))) return resolved;
+    }
+    const bool isLink = attribute.Name == "href" && (tag.Name == "a" || tag.Name == "area");
+    if (isLink || std::ranges::find(TextAttributes, attribute.Name) != TextAttributes.end())
+      return std::nullopt;
+    auto broken = BreakShareReferences(attribute.Value);
+    if (attribute.Name != "style" || FindWord(attribute.Value, "cid:", 0) == std::string_view::npos)
+      return broken;
+    return ResolveInCss(broken ? *broken : attribute.Value);
+  }
+
+  std::string RewriteCss(std::string_view css) const {
+    const auto broken = BreakShareReferences(css);
+    return ResolveInCss(broken ? *broken : css);
   }
 
   // References within CSS, url(cid:...), with or without quotes.
-  std::string RewriteCss(std::string_view css) const {
+  std::string ResolveInCss(std::string_view css) const {
     std::string result;
     std::size_t copied = 0;
     for (auto found = FindWord(css, "cid:", 0); found != std::string_view::npos;

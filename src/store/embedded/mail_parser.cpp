@@ -40,6 +40,17 @@ void AppendAddresses(InternetAddressList* list, std::vector<DvRecipient>& recipi
   }
 }
 
+// GMime reads a group within a group by calling itself, so a line of colons would take all of the stack. What
+// is a group is for GMime to say: no line needs more colons than these, whatever they stand for.
+std::string LimitGroups(std::string line) {
+  constexpr int MostColons = 1000;
+  int colons = 0;
+  for (char& character : line) {
+    if (character == ':' && ++colons > MostColons) character = ' ';
+  }
+  return line;
+}
+
 std::optional<std::int64_t> ReadDate(std::string_view raw) {
   const auto text = UnfoldHeader(raw);
   if (text.empty()) return std::nullopt;
@@ -116,7 +127,7 @@ void ReadParts(std::string_view source, const MimeStructure& structure, ParsedMa
 std::string DecodeHeaderText(std::string_view raw) { return OneLine(DecodeEncodedWords(UnfoldHeader(raw))); }
 
 std::vector<DvRecipient> ParseAddresses(std::string_view raw) {
-  const auto line = UnifyEncodedWords(UnfoldHeader(raw));
+  const auto line = LimitGroups(UnifyEncodedWords(UnfoldHeader(raw)));
   std::vector<DvRecipient> recipients;
   if (line.empty()) return recipients;
   const GObjectHandle<InternetAddressList> list(

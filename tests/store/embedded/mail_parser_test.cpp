@@ -65,6 +65,19 @@ TEST(MailParserTest, AddressesWithNamesGroupsAndEncodedWords) {
   EXPECT_EQ(list[4], (DvRecipient{"", "nur@example.org"}));
 }
 
+// A library that reads groups by recursion took all of the stack for this.
+TEST(MailParserTest, GroupsWithinGroupsEnd) {
+  const std::string deep(200'000, ':');
+  (void)ParseAddresses("a" + deep + "b@example.org" + std::string(200'000, ';'));
+  std::string many;
+  for (int i = 0; i < 3000; ++i)
+    many += "\"Tel: " + std::to_string(i) + "\" <n" + std::to_string(i) + "@example.org>, ";
+  const auto recipients = ParseAddresses(many);
+  ASSERT_EQ(recipients.size(), 3000U);
+  EXPECT_EQ(recipients.front().Name, "Tel: 0");
+  EXPECT_EQ(recipients.back().Address, "n2999@example.org");
+}
+
 TEST(MailParserTest, SenderWithoutAddressKeepsItsText) {
   EXPECT_EQ(JoinRecipients({ParseMail("From: Systemdienst (intern)\n\nx").Sender}), "Systemdienst");
   EXPECT_FALSE(JoinRecipients({ParseMail("From: Der Dienst, <@>;;\n\nx").Sender}).empty());
