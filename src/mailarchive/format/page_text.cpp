@@ -5,17 +5,22 @@
 namespace velmora::mailarchive {
 namespace {
 
-constexpr std::string_view HeadTags[] = {"meta", "link", "base", "iframe", "frame"};
+constexpr std::string_view HeadTags[] = {"meta", "link", "base", "iframe", "frame", "form"};
 
 // Case as an HTML parser sees it: of ASCII letters only.
 constexpr char Lower(char letter) {
   return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
+// Whether the text begins with the tag's name, or with a part of it that something put in behind could make
+// whole: a variable of the form within the text, or the text that follows it in the page.
+bool MayBecome(std::string_view text, std::string_view tag) {
+  const auto [inText, inTag] = std::ranges::mismatch(text, tag, {}, Lower);
+  return inTag == tag.end() || inText == text.end() || *inText == '%';
+}
+
 bool StartsWithHeadTag(std::string_view text) {
-  return std::ranges::any_of(HeadTags, [&](std::string_view tag) {
-    return std::ranges::equal(text.substr(0, tag.size()), tag, {}, Lower);
-  });
+  return std::ranges::any_of(HeadTags, [&](std::string_view tag) { return MayBecome(text, tag); });
 }
 
 }  // namespace
