@@ -87,10 +87,8 @@ AddressTree::Folder AddressTree::ExportArchiveAddresses(store::DvArchive& archiv
 
 AddressTree::Folder AddressTree::FolderOf(store::DvArchive& archive, Folder& target) {
   platform::FileSystem& files = run_.fileSystem();
-  std::string name = mailarchive::SanitizeFileName(archive.DisplayName().value_or(""), false);
-  if (Trim(name).empty()) {
-    name = mailarchive::SanitizeFileName(FileNameOf(StripBackslash(NormalizePath(archive.ID()))), false);
-  }
+  const std::string name =
+      mailarchive::ArchiveDirectoryName(archive.DisplayName().value_or(""), archive.ID());
   std::string path = target.Path + name;
   // A second archive of the same name must not replace the first one's addresses.
   const auto isTaken = [&] {

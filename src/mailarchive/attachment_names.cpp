@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/code_page.h"
+#include "base/device_names.h"
 #include "base/text.h"
 #include "mailarchive/format/file_names.h"
 #include "mailarchive/format/marker_names.h"
@@ -37,6 +38,14 @@ std::string SafeCharacters(std::string_view text) {
   return FromCodePage(ToCodePage(text, Unmappable::Underscore));
 }
 
+// Windows drops blanks and points at the end of a name.
+std::string WithLastingEnd(std::string name) {
+  for (std::size_t end = name.size(); end > 0 && (name[end - 1] == ' ' || name[end - 1] == '.'); --end) {
+    name[end - 1] = '_';
+  }
+  return name;
+}
+
 std::string OrNameless(std::string name) {
   const bool empty = name.find_first_not_of(" .") == std::string::npos;
   return empty ? std::string(Nameless) : name;
@@ -56,6 +65,8 @@ std::string Shorten(std::string name) {
   return name.substr(0, end) + extension;
 }
 
+std::string Fit(std::string name) { return WithLastingEnd(Shorten(std::move(name))); }
+
 bool IsMarkerName(std::string_view name) {
   return std::ranges::any_of(MarkerNames, [&](const MarkerName& marker) {
     return EqualsFold(name, marker.Name) || (!marker.Legacy.empty() && EqualsFold(name, marker.Legacy));
@@ -72,15 +83,15 @@ bool IsNameBesidePages(std::string_view name) {
 std::string AttachmentFileName(std::string_view name, std::string_view previous) {
   const std::size_t point = name.rfind('.');
   if (point == std::string_view::npos) {
-    return previous.empty() ? Shorten(OrNameless(SanitizeFileName(name, true))) : std::string(previous);
+    return previous.empty() ? Fit(OrNameless(SanitizeFileName(name, true))) : std::string(previous);
   }
-  return Shorten(OrNameless(SanitizeFileName(name.substr(0, point), true) + "." +
-                            SafeCharacters(name.substr(point + 1))));
+  return Fit(OrNameless(SanitizeFileName(name.substr(0, point), true) + "." +
+                        SafeCharacters(name.substr(point + 1))));
 }
 
 std::string PlainAttachmentFileName(std::string_view name) {
   const bool usable = CanStandInFileName(name) && name.find_first_not_of(" .") != std::string_view::npos;
-  return usable ? Shorten(SafeCharacters(name)) : AttachmentFileName(name, "");
+  return usable ? Fit(SafeCharacters(name)) : AttachmentFileName(name, "");
 }
 
 std::string AvoidReservedName(std::string_view name, bool besidePages) {
@@ -88,7 +99,9 @@ std::string AvoidReservedName(std::string_view name, bool besidePages) {
       EqualsFold(name.substr(name.size() - DescriptorExtension.size()), DescriptorExtension)) {
     return std::string(name) + "_";
   }
-  if (!IsMarkerName(name) && !(besidePages && IsNameBesidePages(name))) return std::string(name);
+  const bool isReserved =
+      IsMarkerName(name) || IsDeviceName(name) || (besidePages && IsNameBesidePages(name));
+  if (!isReserved) return std::string(name);
   const std::size_t point = std::min(name.find('.'), name.size());
   return std::string(name.substr(0, point)) + "1" + std::string(name.substr(point));
 }

@@ -110,10 +110,7 @@ void ExportWalk::ExportEntries(ExportPlace& place, store::DvEntries& entries, Or
 
 std::string ExportWalk::MakeDirectory(store::DvArchive& archive, std::string_view displayName,
                                       std::string_view targetDirectory) {
-  std::string name = SanitizeFileName(displayName, false);
-  if (Trim(name).empty()) {
-    name = SanitizeFileName(FileNameOf(StripBackslash(NormalizePath(archive.ID()))), false);
-  }
+  std::string name = ArchiveDirectoryName(displayName, archive.ID());
   while (IsComponentFolder(context_.options, name)) name += '1';
   const std::string directory = JoinPath(targetDirectory, name);
   // Without a directory each entry logs its own failure, and an existing one is as good.

@@ -86,7 +86,7 @@ class ArchiveCopyMove {
     const mailarchive::ExportOptions& options = batch_.File().Export;
     mailarchive::IndexContext index{context_.run, designs_, options.CreateAutorunInf,
                                     context_.process.DataDirectory};
-    const std::string own = JoinPath(target_, mailarchive::SanitizeFileName(displayName, false));
+    const std::string own = JoinPath(target_, mailarchive::ArchiveDirectoryName(displayName, ""));
     const bool onlyOwn = indexed_ && !displayName.empty() && context_.fileSystem.FolderExists(own);
     if (onlyOwn) {
       mailarchive::BuildContentIndex(index, own, true, false, options.DateIndexSortedUp);

@@ -1,4 +1,5 @@
 #include "base/paths.h"
+#include "base/device_names.h"
 
 #include <gtest/gtest.h>
 
@@ -118,6 +119,17 @@ TEST(SafePathTest, RefusesWaysOut) {
        {"", "\\x", "/x", "\\\\S\\x", "C:\\x", "C:x", "file.txt:stream", "..", "..\\x", "a\\..\\..\\x",
         "a/../x", "a\\..", ".. \\x", "...", "a\\. .\\x", "a\nb", "a\x7F", "a\u0085"})
     EXPECT_FALSE(IsSafeRelativePath(unsafe)) << unsafe;
+}
+
+TEST(PathsTest, NamesOfDevicesAreKnownWithAnyExtension) {
+  for (const char* name : {"CON", "con", "nul.txt", "AUX .tar.gz", "PRN.", "COM1", "lpt9.x", "COM0",
+                           "com².txt", "CONIN$", "conout$.txt"}) {
+    EXPECT_TRUE(IsDeviceName(name)) << name;
+  }
+  for (const char* name :
+       {"", ".", "CO", "COM", "COM10", "COMA", "CONTROL.txt", "x.con", "LPT", "NULL", ".CON"}) {
+    EXPECT_FALSE(IsDeviceName(name)) << name;
+  }
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ TEST(PlainAttachmentFileNameTest, KeepsWhatAFileCanBear) {
   EXPECT_EQ(PlainAttachmentFileName("Größe #1.tar.gz"), "Größe #1.tar.gz");
   EXPECT_EQ(PlainAttachmentFileName("..\\a.txt"), "__-a.txt");
   EXPECT_EQ(PlainAttachmentFileName("C:a.txt"), "C-a.txt");
-  EXPECT_EQ(PlainAttachmentFileName(".."), "_.");
+  EXPECT_EQ(PlainAttachmentFileName(".."), "__");
   EXPECT_EQ(PlainAttachmentFileName("отчёт.pdf"), "_____.pdf");
 }
 

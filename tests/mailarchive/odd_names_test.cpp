@@ -54,12 +54,24 @@ TEST_F(OddNamesTest, SubjectsBeyondTheCodePageAreToldApartByNumbers) {
   EXPECT_NE(index.find("<a href=\"______1.htm\">&#128512;"), std::string::npos);
 }
 
-// A disc or a share of Windows may refuse such names, but archives written before have them too.
-TEST_F(OddNamesTest, DeviceNamesAndTrailingBlanksStay) {
+// Windows makes no file of a device's name: the mail would be lost on a share or a disc. Blanks before an
+// extension are no harm.
+TEST_F(OddNamesTest, DeviceNamesTakeANumberAndBlanksStay) {
   RunMails({store.AddMail(*archive, "CON").Key, store.AddMail(*archive, "nul").Key,
             store.AddMail(*archive, "Frage ?").Key, store.AddMail(*archive, "...").Key});
-  EXPECT_EQ(Names(), (Strings{"___.add", "___.htm", "CON.add", "CON.htm", "Frage  .add", "Frage  .htm",
-                              "nul.add", "nul.htm"}));
+  EXPECT_EQ(Names(), (Strings{"___.add", "___.htm", "CON1.add", "CON1.htm", "Frage  .add", "Frage  .htm",
+                              "nul1.add", "nul1.htm"}));
+}
+
+TEST_F(OddNamesTest, NumberingMakesNoNameOfADevice) {
+  RunMails({store.AddMail(*archive, "COM").Key, store.AddMail(*archive, "com").Key});
+  EXPECT_EQ(Names(), (Strings{"COM.add", "COM.htm", "com10.add", "com10.htm"}));
+}
+
+TEST_F(OddNamesTest, AttachmentsAreNoDevicesAndEndInNothingThatWindowsDrops) {
+  const Strings names = {"CON", "nul.txt", "Aux .txt", "COM1.pdf", "x.", "y. ", "z.txt. ."};
+  const Strings made = {"Aux 1.txt", "COM11.pdf", "CON1", "nul1.txt", "x_", "y__", "z_txt___"};
+  EXPECT_EQ(SaveAttachments(names), made);
 }
 
 TEST_F(OddNamesTest, TwoThousandMailsOfOneSubjectLookForNamesNoMoreThanOnceEach) {
@@ -101,7 +113,7 @@ TEST_F(OddNamesTest, AttachmentsCannotLeaveTheirFolder) {
 TEST_F(OddNamesTest, AttachmentsSavedAloneCannotLeaveTheDirectory) {
   options.OnlyAttachments = true;
   EXPECT_EQ(SaveAttachments({"..\\..\\a.txt", "../b.txt", "C:\\c.txt", "d.txt:strom", ".."}),
-            (Strings{"_.", "__-__-a.txt", "__-b.txt", "C--c.txt", "d.txt-strom"}));
+            (Strings{"__", "__-__-a.txt", "__-b.txt", "C--c.txt", "d.txt-strom"}));
 }
 
 TEST_F(OddNamesTest, AttachmentCannotDisguiseItsExtension) {

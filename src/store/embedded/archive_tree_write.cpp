@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/device_names.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "store/embedded/archive_tree.h"

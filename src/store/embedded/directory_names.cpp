@@ -12,8 +12,6 @@ namespace {
 
 constexpr std::array<std::pair<char32_t, std::string_view>, 7> WrittenOut{
     {{U'Ä', "AE"}, {U'Ö', "OE"}, {U'Ü', "UE"}, {U'ä', "AE"}, {U'ö', "OE"}, {U'ü', "UE"}, {U'ß', "SS"}}};
-constexpr std::array<std::string_view, 4> Devices{"CON", "PRN", "AUX", "NUL"};
-constexpr std::array<std::string_view, 2> NumberedDevices{"COM", "LPT"};
 constexpr std::string_view FallbackName = "ARCHIV";
 // Beside control characters, which CleanArchiveName replaces: what Windows names cannot hold, and the point,
 // so that no directory can be taken for one of the archive's own files.
@@ -57,13 +55,6 @@ std::string DirectoryNameFor(std::string_view displayName) {
 
 std::string_view NumberedStem(std::string_view base, std::size_t digits) {
   return LeftCharacters(base, DirectoryNameLength - std::min(digits, DirectoryNameLength));
-}
-
-bool IsDeviceName(std::string_view name) {
-  const std::string upper = ToUpper(name);
-  if (std::ranges::find(Devices, upper) != Devices.end()) return true;
-  return upper.size() == 4 && upper[3] >= '1' && upper[3] <= '9' &&
-         std::ranges::find(NumberedDevices, upper.substr(0, 3)) != NumberedDevices.end();
 }
 
 }  // namespace velmora::store::embedded

@@ -24,7 +24,5 @@ GivenName SplitGivenName(std::string_view name);
 std::string DirectoryNameFor(std::string_view displayName);
 // The beginning before a number of `digits` digits: "PROJEKTE" and 2 give "PROJEK".
 std::string_view NumberedStem(std::string_view base, std::size_t digits);
-// A name that Windows keeps for a device (CON, LPT1): no directory can bear it there.
-bool IsDeviceName(std::string_view name);
 
 }  // namespace velmora::store::embedded
