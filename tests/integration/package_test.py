@@ -17,7 +17,7 @@ import workplace  # noqa: E402
 
 DEMO = pathlib.Path(__file__).parents[2] / "demo"
 FILES = ["bin/velmora", "bin/velmoractl", "share/velmora/Designs/Standard.ini", "share/velmora/Designs/StdVelmoraFaxForm.htm",
-         "share/velmora/Designs/StdVelmoraAddressSheet.xls", "share/velmora/Designs/Velmora-Bilder/fax.svg",
+         "share/velmora/Designs/StdVelmoraAddressSheet.xls",
          "share/velmora/Handbuch/index.html", "share/man/man1/velmora.1", "share/man/man1/velmoractl.1",
          "share/applications/velmora.desktop", "share/mime/packages/velmora.xml", "share/metainfo/velmora.metainfo.xml",
          "share/icons/hicolor/scalable/apps/velmora.svg"]
@@ -60,8 +60,8 @@ def judge_programs(root, directory):
     for name in ("index.html", "Gemeinsam/Vertrieb/Faxe/Fax_Wartungsvertrag fuer zwei Eismaschinen.htm",
                  "Gemeinsam/Adressen/Adressbuch.xls"):
         problems += [] if (place.archive / name).is_file() else [f"the export has no {name}"]
-    page = place.archive / "Gemeinsam/Vertrieb/Faxe/Velmora-Bilder/fax.svg"
-    problems += [] if page.is_file() else ["the design set was not found"]
+    page = place.archive / "Gemeinsam/Vertrieb/Faxe/Fax_Wartungsvertrag fuer zwei Eismaschinen.htm"
+    problems += [] if b"data:image/svg+xml," in page.read_bytes() else ["the design set was not found"]
     told = subprocess.run([root / "bin/velmora", "-h"], env=place.environment, capture_output=True, text=True)
     problems += [] if "-b:" in told.stdout + told.stderr else ["velmora -h tells nothing"]
     return problems
