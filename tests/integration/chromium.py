@@ -83,10 +83,14 @@ class Chromium:
             raise RuntimeError(f"{url}: {result['errorText']}")
         while not any(event.get("method") == "Page.loadEventFired" for event in self.events):
             self.events.append(self.message())
+        return self.asked()[1:]
+
+    def asked(self):
+        """The URLs asked for since the page was opened, its own first."""
         blocked = {event["params"]["requestId"] for event in self.events
                    if event.get("method") == "Network.loadingFailed" and event["params"].get("blockedReason") == "csp"}
         asked = [event["params"] for event in self.events if event.get("method") == "Network.requestWillBeSent"]
-        return [request["request"]["url"] for request in asked[1:] if request["requestId"] not in blocked]
+        return [request["request"]["url"] for request in asked if request["requestId"] not in blocked]
 
     def evaluate(self, expression):
         return self.call("Runtime.evaluate", expression=expression, returnByValue=True)["result"].get("value")
