@@ -60,7 +60,6 @@ void AddBoxes(QVBoxLayout& layout, Model& model, const Texts& texts) {
 
 void AddButtons(QDialog& dialog, QVBoxLayout& layout, std::string_view okCaption) {
   layout.addSpacing(GroupSpacing);
-  layout.addStretch(1);
   layout.addWidget(MakeOkCancel(dialog));
   dialog.findChild<QPushButton*>("OkButton")->setText(ToQt(okCaption));
 }
@@ -87,6 +86,7 @@ std::optional<Request> ShowTransfer(Model& model, const TransferTexts& texts, co
   layout->addLayout(targetRow);
   layout->addSpacing(GroupSpacing);
   AddBoxes<Box>(*layout, model, boxes);
+  layout->addStretch(1);
   AddButtons(dialog, *layout, model.Title());
   QObject::connect(target, &QLineEdit::textEdited, &dialog,
                    [&model](const QString& path) { model.SetCMDst(FromQt(path)); });
@@ -111,6 +111,7 @@ std::optional<Request> ShowDeletion(Model& model, const char* name, const BoxTex
   layout->addWidget(source);
   layout->addSpacing(GroupSpacing);
   AddBoxes<Box>(*layout, model, boxes);
+  layout->addStretch(1);
   AddButtons(dialog, *layout, panes::DeletionTitle);
   dialog.Ok = [&model, &prompts] { return model.Ok(prompts); };
   return dialog.Ask();

@@ -246,7 +246,7 @@ def take_store(session, rules):
     enter(session, *(["gem", "mess", "ein"] if rules else ["gem", "mess"]))
     session.keys("Home", "Down")
     if rules:
-        session.keys("Down", "Insert", "Insert")
+        session.keys("Down", "shift+Down")  # two rules
     session.shot("rules" if rules else "store")
     for name, keys in (RULES if rules else STORE).items():
         session.keys(*keys)
