@@ -5,6 +5,7 @@ namespace velmora::panes {
 bool SizeDisplay::Start(Pane& pane, std::size_t row) {
   Stop();
   if (!options_.DisplayArcSize || row >= pane.RowCount()) return false;
+  const store::ImpatientReading reading(session_.Account.get());
   counter_ = pane.CountSize(row);
   if (!Runs()) return false;
   pane_ = &pane;
@@ -19,6 +20,7 @@ bool SizeDisplay::RunSlice() {
     Stop();  // its place may be another row's now
     return false;
   }
+  const store::ImpatientReading reading(session_.Account.get());
   const std::int64_t end = clock_.SteadyMilliseconds() + SliceMilliseconds;
   while (counter_->Step()) {
     if (clock_.SteadyMilliseconds() >= end) return false;

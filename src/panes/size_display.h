@@ -1,5 +1,6 @@
 // The size of the row under the cursor, counted without being asked for: a slice at a time, so that the
-// window stays as quick as ever, and dropped as soon as the cursor goes on.
+// window stays as quick as ever, and dropped as soon as the cursor goes on. What another process keeps to
+// itself just now has no size to show.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +9,7 @@
 #include "panes/pane.h"
 #include "platform/clock.h"
 #include "settings/options.h"
+#include "store/session.h"
 
 namespace velmora::panes {
 
@@ -17,8 +19,9 @@ class SizeDisplay {
   static constexpr std::int64_t RestMilliseconds = 300;
   static constexpr std::int64_t SliceMilliseconds = 15;
 
-  // Both must outlive it.
-  SizeDisplay(const settings::Options& options, platform::Clock& clock) : options_(options), clock_(clock) {}
+  // All must outlive it.
+  SizeDisplay(const settings::Options& options, const store::Session& session, platform::Clock& clock)
+      : options_(options), session_(session), clock_(clock) {}
 
   // The cursor rests on a row; what ran is dropped. True when the row has a size to count and the settings
   // want it (DisplayArcSize).
@@ -31,6 +34,7 @@ class SizeDisplay {
 
  private:
   const settings::Options& options_;
+  const store::Session& session_;  // its store is read without waiting for other processes
   platform::Clock& clock_;
   std::unique_ptr<SizeCounter> counter_;
   Pane* pane_ = nullptr;

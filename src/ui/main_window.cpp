@@ -43,7 +43,7 @@ MainWindow::MainWindow(startup::Context& context, QtFrontEnd& frontEnd)
   MakePanes();
   MakeStatusBar();
   rowSizes_ = new RowSizes(
-      context.options, context.run.clock(), [this] { return busy_.IsBusy(); }, this);
+      context.options, context.session, context.run.clock(), [this] { return busy_.IsBusy(); }, this);
   ShowGeometry(context.options);
   interchangeTimer_.setInterval(panes::InterchangeInterval);
   displayTimer_.setInterval(panes::DisplayTimerInterval);

@@ -54,6 +54,8 @@ PaneList::PaneList(PaneModel& model, ColumnWidths widths, const QString& name, c
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTextElideMode(Qt::ElideRight);
   setAcceptDrops(true);
+  // The header would look whether all of a column is selected, at each paint, and show nothing for it.
+  header()->setSelectionModel(new QItemSelectionModel(&model, header()));
   header()->setSectionsClickable(true);
   header()->setSectionsMovable(false);
   header()->setStretchLastSection(true);
@@ -70,7 +72,7 @@ PaneList::PaneList(PaneModel& model, ColumnWidths widths, const QString& name, c
 
 void PaneList::Sync() {
   syncing_ = true;
-  (void)model_.Sync();  // a marker may have changed without a change of the rows
+  if (!model_.Sync()) ShowTexts();  // a marker may have changed without a change of the rows
   hasSynced_ = true;
   TakeWidths();
   ShowSortMarker();
@@ -139,12 +141,14 @@ void PaneList::ShowSortMarker() {
 panes::ViewMarks PaneList::Marks() const {
   panes::ViewMarks marks;
   if (currentIndex().isValid()) marks.CurrentRow = static_cast<std::size_t>(currentIndex().row());
+  if (model_.IsStale()) return marks;
+  const bool hasWayUp =
+      model_.rowCount() > 0 && !model_.flags(model_.index(0, 0)).testFlag(Qt::ItemIsSelectable);
   for (const QItemSelectionRange& range : selectionModel()->selection()) {
-    for (int row = range.top(); row <= range.bottom(); ++row) {
-      if (!model_.flags(model_.index(row, 0)).testFlag(Qt::ItemIsSelectable)) continue;
-      if (marks.Selection.empty()) marks.Selection.resize(static_cast<std::size_t>(model_.rowCount()));
-      marks.Selection[static_cast<std::size_t>(row)] = true;
-    }
+    const int first = std::max(range.top(), hasWayUp ? 1 : 0);
+    if (first > range.bottom()) continue;
+    if (marks.Selection.empty()) marks.Selection.resize(static_cast<std::size_t>(model_.rowCount()));
+    std::fill(marks.Selection.begin() + first, marks.Selection.begin() + range.bottom() + 1, true);
   }
   return marks;
 }

@@ -28,6 +28,8 @@ class PaneList final : public QTreeView {
   // --- What the view shows of the pane. ---
   // After the pane has changed. The cursor and the selection stay where the caller puts them.
   void Sync();
+  // The same rows, with other texts in them. Qt would look at each row that is said to have changed.
+  void ShowTexts() { viewport()->update(); }
   panes::ViewMarks Marks() const;
   std::size_t SelectedRows() const;
   void SetCursor(std::size_t row, bool scroll = true);

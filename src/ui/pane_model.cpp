@@ -37,10 +37,7 @@ PaneModel::PaneModel(panes::Pane& pane, RowIcons& icons, QObject* parent)
 }
 
 bool PaneModel::Sync() {
-  if (!IsStale()) {
-    ShowTexts();
-    return false;
-  }
+  if (!IsStale()) return false;
   beginResetModel();
   generation_ = pane_.Generation();
   editable_.reset();
@@ -48,10 +45,6 @@ bool PaneModel::Sync() {
   columns_ = static_cast<int>(pane_.Columns().size());
   endResetModel();
   return true;
-}
-
-void PaneModel::ShowTexts() {
-  if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
 }
 
 int PaneModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }

@@ -18,10 +18,9 @@ class PaneModel final : public QAbstractTableModel {
   panes::Pane& Pane() { return pane_; }
   std::function<void(std::size_t row, const std::string& name)> Rename;
 
-  // Shows the pane anew if it has changed since the last time. Whether it had.
+  // Shows the pane anew if it has changed since the last time. Whether it had: if not, some of its texts may
+  // be others, and the view is to be painted.
   bool Sync();
-  // The same rows, with other texts in them.
-  void ShowTexts();
   bool IsStale() const { return generation_ != pane_.Generation(); }
   // The label of this row can be edited until the edit ends.
   void AllowEdit(std::optional<std::size_t> row) { editable_ = row; }

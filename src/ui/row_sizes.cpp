@@ -9,9 +9,9 @@ constexpr int Rest = static_cast<int>(panes::SizeDisplay::RestMilliseconds);
 
 }  // namespace
 
-RowSizes::RowSizes(const settings::Options& options, platform::Clock& clock, std::function<bool()> isBusy,
-                   QObject* parent)
-    : QObject(parent), display_(options, clock), isBusy_(std::move(isBusy)) {
+RowSizes::RowSizes(const settings::Options& options, const store::Session& session, platform::Clock& clock,
+                   std::function<bool()> isBusy, QObject* parent)
+    : QObject(parent), display_(options, session, clock), isBusy_(std::move(isBusy)) {
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &RowSizes::Tick);
 }
@@ -37,7 +37,7 @@ void RowSizes::Tick() {
   }
   if (!display_.Runs() && (row_ < 0 || !display_.Start(widget_->Pane(), static_cast<std::size_t>(row_))))
     return;
-  if (display_.RunSlice()) widget_->Model().ShowTexts();
+  if (display_.RunSlice()) widget_->View().ShowTexts();
   if (display_.Runs()) timer_.start(0);
 }
 

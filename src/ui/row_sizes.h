@@ -13,9 +13,9 @@ namespace velmora::ui {
 
 class RowSizes final : public QObject {
  public:
-  // `isBusy`: a command runs, and the count waits. Options and clock must outlive it.
-  RowSizes(const settings::Options& options, platform::Clock& clock, std::function<bool()> isBusy,
-           QObject* parent = nullptr);
+  // `isBusy`: a command runs, and the count waits. Options, session and clock must outlive it.
+  RowSizes(const settings::Options& options, const store::Session& session, platform::Clock& clock,
+           std::function<bool()> isBusy, QObject* parent = nullptr);
 
   // Cursor, selection or list of the active pane have changed.
   void Follow(PaneWidget& widget);

@@ -136,8 +136,19 @@ class SizeDisplayTest : public SizeCountTest {
     EXPECT_EQ(Left().Name(1), "Eingang");
   }
   StepClock ticking;
-  SizeDisplay display{options, ticking};
+  SizeDisplay display{options, session, ticking};
 };
+
+TEST_F(SizeDisplayTest, TheStoreIsReadWithoutWaiting) {
+  ASSERT_TRUE(display.Start(Left(), 1));
+  EXPECT_EQ(fake.Events, (std::vector<std::string>{"no patience", "patience"}));
+  fake.Events.clear();
+  EXPECT_TRUE(display.RunSlice());
+  EXPECT_EQ(fake.Events, (std::vector<std::string>{"no patience", "patience"}));
+  fake.Events.clear();
+  EXPECT_TRUE(Left().ShowSize(0));
+  EXPECT_TRUE(fake.Events.empty()) << "who asks for a size waits for it";
+}
 
 TEST_F(SizeDisplayTest, ARowGetsItsSizeOnce) {
   ASSERT_TRUE(display.Start(Left(), 1));

@@ -388,6 +388,9 @@ class FakeAccount final : public store::DvAccount {
   Result<std::unique_ptr<store::DvItem>> DVMailItemFromEml(std::string_view, store::DvArchive&) override {
     return Fail(store::store_error::Failed, "nur lesbar");
   }
+  void SetPatience(store::Patience patience) override {
+    store_.Events.emplace_back(patience == store::Patience::None ? "no patience" : "patience");
+  }
   Status Commit() override {
     store_.Events.emplace_back("commit");
     return {};

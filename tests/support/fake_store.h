@@ -79,7 +79,8 @@ class FakeStore {
   std::vector<std::string>
       Deletions;  // "mail <key>", "archive <FullPath>", refused ones with "refused " ahead
   std::map<int, std::string> SpecialArchives;  // the IDs of what GetSpecialArchive gives
-  std::vector<std::string> Events;             // "save", "original", "delete", "commit" in their order
+  // "save", "original", "delete", "commit", "patience", "no patience" in their order
+  std::vector<std::string> Events;
   platform::FileSystem& Files() { return fileSystem_; }
   std::shared_ptr<FakeArchiveData> Find(std::string_view path);
   void Remove(const FakeArchiveData& archive);
