@@ -7,6 +7,7 @@
 #include "panes/display_text.h"
 #include "panes/row_icons.h"
 #include "panes/selection.h"
+#include "store/archive_files.h"
 #include "store/errors.h"
 #include "store/icon_keys.h"
 
@@ -244,19 +245,26 @@ bool ArchivePane::Refresh() {
   return current != nullptr && ShowArchive(std::string_view(current->ID()));
 }
 
+// The list above an archive still tells of it when its directory is gone.
+bool ArchivePane::IsGone(const Result<std::shared_ptr<store::DvArchive>>& archive) const {
+  if (!archive) return archive.error().Number == store::store_error::NotFound;
+  return store::LookForDirectory(context_.run.fileSystem(), (*archive)->ID()) == store::DirectoryState::Gone;
+}
+
 bool ArchivePane::RefreshNearest() {
   const auto gone = Current();
   if (gone == nullptr) return false;
   auto there = Fetch(gone->ID());
-  if (there || there.error().Number != store::store_error::NotFound) return Refresh();
+  if (!IsGone(there)) return Refresh();
   std::string id = gone->ID(), path = shownPath_;
-  for (auto cut = path.find_last_of("/\\"); !there && cut != 0 && cut != std::string::npos;
+  const auto isThere = [&] { return there && !IsGone(there); };
+  for (auto cut = path.find_last_of("/\\"); !isThere() && cut != 0 && cut != std::string::npos;
        cut = path.find_last_of("/\\")) {
     there = ParentOf(id, path);
     id = StripBackslash(DirectoryOf(id));
     path.resize(cut);
   }
-  return (there && Show(*std::move(there))) || GoToRoot();
+  return (isThere() && Show(*std::move(there))) || GoToRoot();
 }
 
 EnterResult ArchivePane::Enter(std::size_t row) {

@@ -90,6 +90,8 @@ class ArchivePane final : public Pane {
   bool Show(std::shared_ptr<store::DvArchive> archive);
   // The archive that is there now, which may not be the one that was.
   Result<std::shared_ptr<store::DvArchive>> Fetch(std::string_view path) const;
+  // Whether what Fetch gave is none, or has lost its directory.
+  bool IsGone(const Result<std::shared_ptr<store::DvArchive>>& archive) const;
   // The parent of the archive that has, or had, this ID and path.
   Result<std::shared_ptr<store::DvArchive>> ParentOf(std::string_view id, std::string_view path) const;
   std::unique_ptr<SizeCounter> CounterOf(std::shared_ptr<store::DvArchive> archive) const;

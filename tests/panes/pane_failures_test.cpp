@@ -76,6 +76,35 @@ TEST_F(PaneFailuresTest, AnArchiveThatVanishedMeanwhileKeepsTheOldList) {
   EXPECT_EQ(frontEnd.Boxes.size(), 1u);
 }
 
+TEST_F(PaneFailuresTest, OfAVanishedArchiveTheNearestAboveItIsShown) {
+  ASSERT_TRUE(Left().ShowArchive(inbox.ID));
+  fake.Remove(inbox);
+  EXPECT_TRUE(Left().RefreshNearest());
+  EXPECT_EQ(Left().CurrentArchive()->FullPath(), "/ZEB");
+  EXPECT_EQ(Texts(Left()), (List{"Ausgang"}));
+  EXPECT_TRUE(frontEnd.Boxes.empty());
+}
+
+TEST_F(PaneFailuresTest, AnArchiveWithoutItsDirectoryIsGoneThoughTheListAboveStillTellsOfIt) {
+  auto& year = fake.AddArchive(&inbox, "2026", dir.Path("IN\\2026"));
+  auto& may = fake.AddArchive(&year, "Mai", dir.Path("IN\\2026\\MAI"));
+  inbox.ID = dir.Path("IN");
+  for (const auto* archive : {&inbox, &year, &may}) ASSERT_TRUE(host->CreateFolder(archive->ID));
+  ASSERT_TRUE(Left().ShowArchive(may.ID));
+  EXPECT_TRUE(Left().RefreshNearest());
+  EXPECT_EQ(Left().CurrentArchive()->FullPath(), "/ZEB/Eingang/2026/Mai") << "it is there";
+  ASSERT_TRUE(host->DeleteFolder(year.ID, true));
+  EXPECT_TRUE(Left().RefreshNearest());
+  EXPECT_EQ(Left().CurrentArchive()->FullPath(), "/ZEB/Eingang");
+  EXPECT_TRUE(frontEnd.Boxes.empty());
+}
+
+TEST_F(PaneFailuresTest, AnArchiveOnAShareThatNobodyMapsIsNotTakenForGone) {
+  ASSERT_TRUE(Left().ShowArchive(inbox.ID));
+  EXPECT_TRUE(Left().RefreshNearest());
+  EXPECT_EQ(Left().CurrentArchive()->FullPath(), "/ZEB/Eingang");
+}
+
 TEST_F(PaneFailuresTest, ARowOfAVanishedArchiveCannotBeEntered) {
   ASSERT_TRUE(Left().Refresh());
   fake.Remove(inbox);

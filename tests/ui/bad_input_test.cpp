@@ -1,5 +1,7 @@
 // Bad input from outside of the window: it tells, or falls back, and goes on.
 
+#include <sqlite3.h>
+
 #include <array>
 
 #include "panes/commands/interchange.h"
@@ -39,9 +41,47 @@ TEST_F(BadInputTest, AnArchiveThatVanishesWhileItIsShown) {
     EXPECT_TRUE(front.Boxes[0].Text.find("kann nicht gelesen werden") != std::string::npos)
         << front.Boxes[0].Text;
   }
+  front.Boxes.clear();
   PressKey(Left(), Qt::Key_R, Qt::ControlModifier);
-  PressKey(Left(), Qt::Key_F5);
+  EXPECT_TRUE(front.Boxes.empty());
+  EXPECT_EQ(window->Widget(PaneView::LZEBView).Path().text(), "/Archive") << "the nearest above it";
+  EXPECT_GE(RowOf(Left(), "System"), 0);
+  EXPECT_TRUE(Left().currentIndex().isValid());
   ExpectUsable();
+}
+
+TEST_F(BadInputTest, AnArchiveThatAnotherProgramKeepsToItself) {
+  std::string host;
+  OnSession = [&] {
+    const auto archive = MakeArchiveWithMails("Gesperrt", 2);
+    ASSERT_TRUE(context().session.Account->Commit());
+    host = *files->HostPath(archive->ID());
+  };
+  OpenWindow();
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open((host + "/archive.dat").c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+
+  QElapsedTimer time;
+  time.start();
+  PutCursor(Left(), "Gesperrt");
+  const int rest = 2 * static_cast<int>(panes::SizeDisplay::RestMilliseconds);
+  QTest::qWait(rest);
+  EXPECT_LT(time.elapsed(), rest + 1000) << "the size under the cursor waits for nobody";
+  EXPECT_EQ(Cell(Left(), RowOf(Left(), "Gesperrt"), 1), "");
+
+  time.start();
+  PressKey(Left(), Qt::Key_Return);
+  EXPECT_LT(time.elapsed(), 8000);
+  ASSERT_EQ(front.Boxes.size(), 1U);
+  EXPECT_NE(front.Boxes[0].Text.find("in einigen Augenblicken noch einmal"), std::string::npos)
+      << front.Boxes[0].Text;
+  ExpectUsable();
+
+  sqlite3_close(other);
+  PutCursor(Left(), "Gesperrt");
+  PressKey(Left(), Qt::Key_Return);
+  EXPECT_GE(RowOf(Left(), "Betreff 1"), 0);
 }
 
 TEST_F(BadInputTest, AHandOverOfRubbish) {

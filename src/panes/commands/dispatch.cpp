@@ -31,7 +31,10 @@ Outcome Go(CommandContext& context, bool went) { return went ? WentTo(context) :
 
 Outcome RefreshActive(CommandContext& context) {
   Outcome outcome;
-  if (context.Panes.Active().Refresh()) NoteChange(outcome, context.Panes.ActiveView());
+  const PaneView view = context.Panes.ActiveView();
+  const bool isListed = view == PaneView::RFSView ? context.Panes.Files().Refresh()
+                                                  : context.Panes.Archives(view).RefreshNearest();
+  if (isListed) NoteChange(outcome, view);
   return outcome;
 }
 
