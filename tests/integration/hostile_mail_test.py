@@ -216,7 +216,7 @@ def html_mails(listener):
         subject = f"H {name}"
         yield multipart(subject, [part("text/html; charset=utf-8", text.encode()),
                                   part("image/png; name=bild.png", PIXEL, "Content-ID: <bild>")], kind="related")
-        if number % 3 != 0 and not name.startswith("hidden"):
+        if number % 4 != 0 and not name.startswith("hidden"):
             continue
         page = f"<!DOCTYPE html><html><head><title>a</title></head><body background='cid:bild'>{text}</body></html>"
         yield multipart(f"{subject} body", [part("text/html", page.encode()),
@@ -253,13 +253,14 @@ def markup_entries(case, listener):
     wave.write_bytes(b"RIFF$\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0@\x1f\0\0@\x1f\0\0\1\0\x08\0data\0\0\0\0")
     picture.write_bytes(b"II*\0\x08\0\0\0\0\0\0\0\0\0")
     chosen = [pair for number, pair in enumerate(tricks(listener, "entry")) if number % 8 == 0 or "meta" in pair[0]]
-    for name, text in chosen:
+    for number, (name, text) in enumerate(chosen):
         text = text.replace("\0", "")
         values = {"subject": text, "from": text, "from-name": text, "to": text, "comment": text, "text": text}
         for command, files in (("put-fax", [picture]), ("put-voice", [wave]), ("put-sms", [])):
             case.put(command, "Gemeinsam/Einträge", values, *files)
         case.put("put-address", "Gemeinsam/Adressen", {key: text for key in ADDRESS_OPTIONS})
-        case.put("put-sms", f"Gemeinsam/Namen/{text.replace('/', '|')[:200]}", {"subject": name, "text": name})
+        directory = f"Namen/{text.replace('/', '|')[:200]}" if number % 3 == 0 else "Namen"
+        case.put("put-sms", f"Gemeinsam/{directory}", {"subject": name, "text": name})
     return len(chosen)
 
 
@@ -312,9 +313,8 @@ def look_at_pages(case, listener, pages):
             browser.open(url)
             try:
                 browser.evaluate(TOUCH)
+                time.sleep(0.01)
                 seen = browser.evaluate(LOOK)
-                time.sleep(0.02)
-                place = browser.evaluate("location.href")
             except RuntimeError as error:
                 case.expect(False, f"{name}: {error}")
                 continue
@@ -322,7 +322,7 @@ def look_at_pages(case, listener, pages):
             allowed = (root.as_uri() + "/", "data:", "about:", "mailto:", f"http://{listener.host}/") + (("file:///",) if is_body(page) else ())
             outside = [one for one in set(browser.asked()) if not one.startswith(allowed)]
             case.expect(not outside, f"{name}: asks for {outside[:5]}")
-            case.expect(place.split("#")[0] == url, f"{name}: has gone to {place}")
+            case.expect(seen and seen["place"].split("#")[0] == url, f"{name}: has gone to {seen and seen['place']}")
             case.expect(seen and not seen["canary"] and seen["title"] != "ANGRIFF", f"{name}: a script has run")
             case.expect(seen and not seen["probe"], f"{name}: its policy is not in force")
             case.expect(seen and seen["charset"] == ("UTF-8" if is_body(page) else "windows-1252"), f"{name}: character set {seen and seen['charset']}")

@@ -94,6 +94,17 @@ ELEMENTS = [
     ("mutation-svg", "<svg></p><style><a id=\"</style><img src=URL onerror=SCRIPT>\">"),
     ("mutation-listing", "<listing>&lt;img onerror=SCRIPT src=URL&gt;</listing>"),
     ("mutation-nesting", "<b>" * 600 + "<table><tr><a href=x><svg><desc><img src=URL onerror=SCRIPT>"),
+    ("attribution", "<img attributionsrc=URL src=data:,><a attributionsrc=URL href='#'>x</a><script attributionsrc=URL></script>"),
+    ("manifest", "<html manifest=URL xml:base=URL><body><img src=x.png crossorigin loading=lazy fetchpriority=high>"),
+    ("client-hints", "<meta http-equiv=delegate-ch content='sec-ch-ua URL'><meta http-equiv=origin-trial content=x>"),
+    ("popover", "<div popover=manual onbeforetoggle=SCRIPT><dialog open onclose=SCRIPT><button popovertarget=x formaction=URL>x</button>"),
+    ("annotation", "<math><annotation-xml encoding=text/html><script>SCRIPT</script><img src=URL></annotation-xml></math>"),
+    ("css-rules", "<style>@namespace url(URL);@font-face{font-family:b;src:local(x),url(URL)}p{-webkit-mask-image:url(URL);"
+                  "shape-outside:url(URL);border-image:url(URL);offset-path:url(URL#p)}p::before{content:url(URL)}</style><p>x"),
+    ("css-style-svg", "<svg><style>@import 'URL';</style><defs><filter id=f><feImage xlink:href=URL /></filter></defs>"
+                      "<rect filter='url(#f)' fill='url(URL#g)' width=9 height=9 /></svg>"),
+    ("svg-link", "<svg width=99 height=99><a xlink:href=\"javascript:SCRIPT\"><text y=20>klick</text></a></svg>"),
+    ("object-javascript", "<object data=\"javascript:SCRIPT\"></object><embed src=\"data:text/html,<script>SCRIPT</script>\">"),
     ("plaintext", "<plaintext><script>SCRIPT</script>"),
     ("variables", "%VELMORA_TITLE%%VELMORA_SUBJECT%%VELMORA_FROM%%VELMORA_TO%%VELMORA_CONTENT%%VELMORA_ATTLINKS%"
                   "%VELMORA_EML%%VELMORA_MSGCOMMENT%%VELMORA_IDXLINKS%%VELMORA_COPYRIGHT%%VELMORA_COMMENT%"),
