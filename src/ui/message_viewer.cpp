@@ -197,15 +197,19 @@ QWidget* MessageViewer::MakeAttachments() {
   auto* const save = new QPushButton("Anhang &speichern ...");
   save->setObjectName("SaveAttachment");
   auto* const buttons = new QVBoxLayout;
-  for (QPushButton* const button : {open, save}) {
+  auto* const saveAll = new QPushButton("&Alle speichern ...");
+  saveAll->setObjectName("SaveAllAttachments");
+  for (QPushButton* const button : {open, save, saveAll}) {
     button->setAutoDefault(false);
     buttons->addWidget(button);
   }
+  saveAll->setVisible(content_.Attachments.size() > 1);
   buttons->addStretch(1);
   row->addWidget(attachments_, 1);
   row->addLayout(buttons);
   connect(open, &QPushButton::clicked, this, [this] { OpenAttachment(attachments_->currentRow()); });
   connect(save, &QPushButton::clicked, this, [this] { SaveAttachment(attachments_->currentRow()); });
+  connect(saveAll, &QPushButton::clicked, this, &MessageViewer::SaveAllAttachments);
   connect(attachments_, &QListWidget::itemActivated, this,
           [this] { OpenAttachment(attachments_->currentRow()); });
   return frame;
@@ -262,6 +266,16 @@ void MessageViewer::SaveAttachment(int row) {
       "Anhang speichern", content_.Attachments[static_cast<std::size_t>(row)].Name,
       {{"Alle Dateien (*.*)", "*.*"}}, true);
   if (path) (void)SaveAs(row, *path, false);  // a failure has been told
+}
+
+void MessageViewer::SaveAllAttachments() {
+  const auto folder = parts_.frontEnd.choosers.ChooseFolder("Alle Anhänge speichern", "");
+  if (!folder) return;
+  for (int row = 0; row < static_cast<int>(content_.Attachments.size()); ++row) {
+    const std::string& name = content_.Attachments[static_cast<std::size_t>(row)].Name;
+    // What hinders one, such as a full disk, mostly hinders the others, too; it has been told.
+    if (!SaveAs(row, JoinPath(*folder, parts_.fileSystem.UniqueFileName(*folder, name)), true)) return;
+  }
 }
 
 QByteArray MessageViewer::InlinePart(const QString& reference) {

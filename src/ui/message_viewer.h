@@ -32,6 +32,8 @@ class MessageViewer final : public QDialog {
   const MessageContent& Content() const { return content_; }
   void OpenAttachment(int row);
   void SaveAttachment(int row);
+  // Each under its own name, numbered where the folder has that name already.
+  void SaveAllAttachments();
 
  private:
   MessageViewer(const Parts& parts, const panes::MessageRequest& request, MessageContent content,

@@ -43,13 +43,19 @@ class ViewerTest : public startup::ProgramTest {
            "base64\r\n\r\n" +
            Pixel + "\r\n--b--\r\n";
   }
-  static std::string WithAttachment(const std::string& name) {
-    return "From: max@example.org\r\nTo: anna@example.org\r\nSubject: Anhang\r\nMIME-Version: 1.0\r\n"
-           "Content-Type: multipart/mixed; boundary=\"b\"\r\n\r\n--b\r\nContent-Type: "
-           "text/plain\r\n\r\nText\r\n"
-           "--b\r\nContent-Type: application/octet-stream\r\nContent-Disposition: attachment; filename=\"" +
-           name + "\"\r\n\r\nInhalt\r\n--b--\r\n";
+  static std::string WithAttachments(const std::vector<std::string>& names) {
+    std::string mail =
+        "From: max@example.org\r\nTo: anna@example.org\r\nSubject: Anhang\r\nMIME-Version: 1.0\r\n"
+        "Content-Type: multipart/mixed; boundary=\"b\"\r\n\r\n--b\r\nContent-Type: "
+        "text/plain\r\n\r\nText\r\n";
+    for (const std::string& name : names) {
+      mail +=
+          "--b\r\nContent-Type: application/octet-stream\r\nContent-Disposition: attachment; filename=\"" +
+          name + "\"\r\n\r\nInhalt\r\n";
+    }
+    return mail + "--b--\r\n";
   }
+  static std::string WithAttachment(const std::string& name) { return WithAttachments({name}); }
 
   std::shared_ptr<store::DvArchive> archive;
   std::unique_ptr<MessageViewer> viewer;
@@ -143,6 +149,31 @@ TEST_F(ViewerTest, AnAttachmentIsSavedWhereThePersonSays) {
   front.Inputs = {directory.Path("target\\Gespeichert.pdf")};
   Press(shown, "SaveAttachment");
   EXPECT_EQ(directory.ReadHostFile("target/Gespeichert.pdf"), "Inhalt");
+}
+
+TEST_F(ViewerTest, AllAttachmentsAreSavedAndNoFileIsWrittenOver) {
+  MessageViewer& shown = OpenMail(WithAttachments({"Beleg.pdf", "Beleg.pdf", "Foto.jpg"}));
+  directory.WriteHostFile("target/Foto.jpg", "vorher");
+  ASSERT_TRUE(Find<QPushButton>(shown, "SaveAllAttachments").isVisibleTo(&shown));
+  front.Inputs = {directory.Path("target")};
+  Press(shown, "SaveAllAttachments");
+  EXPECT_TRUE(front.Boxes.empty());
+  for (const std::string name : {"Beleg.pdf", "Beleg1.pdf", "Foto1.jpg"}) {
+    EXPECT_EQ(directory.ReadHostFile("target/" + name), "Inhalt") << name;
+  }
+  EXPECT_EQ(directory.ReadHostFile("target/Foto.jpg"), "vorher");
+}
+
+TEST_F(ViewerTest, AFolderThatTakesNothingIsToldOnce) {
+  MessageViewer& shown = OpenMail(WithAttachments({"Beleg.pdf", "Foto.jpg"}));
+  front.Inputs = {directory.Path("nirgends")};
+  Press(shown, "SaveAllAttachments");
+  EXPECT_EQ(front.Boxes.size(), 1U);
+}
+
+TEST_F(ViewerTest, OneAttachmentNeedsNoButtonForAll) {
+  MessageViewer& shown = OpenMail(WithAttachment("Beleg.pdf"));
+  EXPECT_FALSE(Find<QPushButton>(shown, "SaveAllAttachments").isVisibleTo(&shown));
 }
 
 TEST_F(ViewerTest, ASourceThatHasVanishedIsTold) {
