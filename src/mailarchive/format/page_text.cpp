@@ -12,11 +12,19 @@ constexpr char Lower(char letter) {
   return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
+// Whether a variable may stand here, as it is or once another one within it is filled in.
+bool MayBeginVariable(std::string_view text) {
+  constexpr std::string_view Beginning = "%VELMORA_";
+  const auto [inText, inBeginning] = std::ranges::mismatch(text, Beginning);
+  return inText != text.begin() && (inBeginning == Beginning.end() || inText == text.end() || *inText == '%');
+}
+
 // Whether the text begins with the tag's name, or with a part of it that something put in behind could make
 // whole: a variable of the form within the text, or the text that follows it in the page.
 bool MayBecome(std::string_view text, std::string_view tag) {
   const auto [inText, inTag] = std::ranges::mismatch(text, tag, {}, Lower);
-  return inTag == tag.end() || inText == text.end() || *inText == '%';
+  return inTag == tag.end() || inText == text.end() ||
+         MayBeginVariable(text.substr(static_cast<std::size_t>(inText - text.begin())));
 }
 
 bool StartsWithHeadTag(std::string_view text) {
