@@ -16,8 +16,9 @@ std::string AttachmentFileName(std::string_view name, std::string_view previous)
 // The name of an attachment saved alone: as it stands; made file-safe only where no file can bear it.
 std::string PlainAttachmentFileName(std::string_view name);
 // A name that the mail archive needs for a file of its own takes a number: its markers anywhere, its indexes
-// and autorun files where the file lies `besidePages`. So does the name of a device of Windows, anywhere. There a descriptor's extension gets a "_". Else the
-// attachment would be overwritten, or taken for what it is not.
+// and autorun files where the file lies `besidePages`. So does the name of a device of Windows, anywhere.
+// There a descriptor's extension gets a "_". Else the attachment would be overwritten, or taken for what it
+// is not.
 std::string AvoidReservedName(std::string_view name, bool besidePages);
 
 }  // namespace velmora::mailarchive

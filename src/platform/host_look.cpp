@@ -7,15 +7,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
-#include <functional>
 
-#include "base/device_names.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "platform/attributes.h"
 #include "platform/clock.h"
 #include "platform/file_errors.h"
-#include "platform/free_numbers.h"
 #include "platform/host.h"
 #include "platform/host_files.h"
 #include "platform/host_names.h"
@@ -119,12 +116,10 @@ Result<std::vector<FileEntry>> HostFiles::List(std::string_view folder, std::str
 
 std::string HostFiles::UniqueFileName(std::string_view folder, std::string_view fileName) {
   const Result<std::shared_ptr<Folder>> found = folders_.Find(folder);
-  // In a folder that does not exist nothing is taken.
-  if (!found) return FreeNumbers().FirstFree(fileName, std::not_fn(IsDeviceName));
+  if (!found) return std::string(fileName);  // nothing is taken in a folder that does not exist
   DirectoryIndex& index = (*found)->Index;
   const bool isReadable = index.Refresh(DirectoryIndex::Trust::LookUp).has_value();
   return index.Numbers().FirstFree(fileName, [&](const std::string& name) {
-    if (IsDeviceName(name)) return false;
     const Result<std::string> hostName = ToHostName(name);
     if (!hostName) return true;  // writing it will tell what is wrong
     if (isReadable && index.Find(*hostName, FoldCase(name)) != nullptr) return false;

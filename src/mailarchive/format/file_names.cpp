@@ -5,7 +5,6 @@
 #include <cstddef>
 
 #include "base/code_page.h"
-#include "base/device_names.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "mailarchive/format/marker_names.h"
@@ -71,17 +70,13 @@ std::string StripControlChars(std::string_view text) {
 std::string EntryBaseName(std::string_view subject) {
   // Only the beginning can matter, so a subject of megabytes costs no more than a short one.
   const auto beginning = LeftCharacters(subject, BaseNameLength);
-  std::string name(LeftCharacters(SanitizeFileName(beginning, true), BaseNameLength));
-  return IsDeviceName(name) ? name + "1" : name;
+  return std::string(LeftCharacters(SanitizeFileName(beginning, true), BaseNameLength));
 }
 
 std::string ArchiveDirectoryName(std::string_view displayName, std::string_view archiveId) {
   std::string name = SanitizeFileName(displayName, false);
-  if (Trim(name).empty()) {
-    name = SanitizeFileName(FileNameOf(StripBackslash(NormalizePath(archiveId))), false);
-  }
-  for (std::size_t end = name.size(); end > 0 && name[end - 1] == ' '; --end) name[end - 1] = '_';
-  return IsDeviceName(name) ? name + "1" : name;
+  if (!Trim(name).empty()) return name;
+  return SanitizeFileName(FileNameOf(StripBackslash(NormalizePath(archiveId))), false);
 }
 
 bool IsMailArcHelperFile(std::string_view fileName) {

@@ -14,10 +14,11 @@ inline constexpr int BaseNameLength = 59;
 std::string SanitizeFileName(std::string_view text, bool replaceHash);
 // Characters below U+0020 as blanks.
 std::string StripControlChars(std::string_view text);
-// SanitizeFileName with `replaceHash`, cut to BaseNameLength. The name of a device takes a "1".
+// SanitizeFileName with `replaceHash`, cut to BaseNameLength. Names of devices stay: archives written before
+// have them, too.
 std::string EntryBaseName(std::string_view subject);
 // The directory of an archive: its display name through SanitizeFileName, that of its physical directory when
-// nothing is left. The name of a device takes a "1", and blanks at the end, which Windows drops, become "_".
+// nothing is left. Names of devices and blanks at the end stay.
 std::string ArchiveDirectoryName(std::string_view displayName, std::string_view archiveId);
 // Whether the file-system pane leaves the file out while HideMailArcHelperFiles is on.
 bool IsMailArcHelperFile(std::string_view fileName);

