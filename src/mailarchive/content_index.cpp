@@ -1,5 +1,7 @@
 #include "mailarchive/content_index.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 
@@ -19,11 +21,17 @@ constexpr std::string_view SubjectIndexName = "index2.html";
 constexpr std::string_view AddressIndexName = "index3.html";
 constexpr std::array IndexNames = {SubjectIndexName, AddressIndexName, DateIndexName};
 
+Error Unreadable(std::string_view path) {
+  constexpr int number = platform::file_error::DeviceError;
+  return {number, fmt::format("{}: {}", platform::FileErrorText(number), path)};
+}
+
 bool IsIndexName(std::string_view name) {
   return std::ranges::any_of(IndexNames, [&](std::string_view index) { return EqualsFold(name, index); });
 }
 
-// Page and descriptor make an entry; a page without one stays out.
+// Page and descriptor make an entry; a page without one stays out. A descriptor that is there and cannot be
+// read makes the directory unreadable: an index without its entry would tell that it is gone.
 Result<std::vector<IndexRow>> CollectIndexEntries(platform::FileSystem& fileSystem,
                                                   const std::string& directory) {
   std::vector<IndexRow> rows;
@@ -32,14 +40,19 @@ Result<std::vector<IndexRow>> CollectIndexEntries(platform::FileSystem& fileSyst
   for (platform::FileEntry& page : *pages) {
     if (IsIndexName(page.Name)) continue;
     auto fields = ReadIndexFields(fileSystem, directory, page.Name);
-    if (!fields) continue;
+    if (!fields) {
+      const std::string descriptor = JoinPath(directory, DescriptorName(page.Name));
+      if (fileSystem.FileExists(descriptor)) return Fail(Unreadable(descriptor));
+      continue;
+    }
     rows.push_back(
         {std::move(fields->Subject), std::move(page.Name), std::move(fields->Sortaddr), fields->Date});
   }
   return rows;
 }
 
-// Every folder whose marker can be read, by its directory name; component folders have nothing to read.
+// Every folder whose marker can be read, by its directory name; component folders have nothing to read. A
+// marker that is there and cannot be read is no reason to lose the way to its archive.
 Result<std::vector<IndexFolder>> CollectIndexFolders(platform::FileSystem& fileSystem,
                                                      const std::string& directory) {
   auto entries = fileSystem.List(directory, "*.*", platform::ListWhat::Folders);
@@ -47,8 +60,13 @@ Result<std::vector<IndexFolder>> CollectIndexFolders(platform::FileSystem& fileS
   std::vector<IndexFolder> found;
   std::vector<std::string> keys;
   for (const platform::FileEntry& entry : *entries) {
-    auto marker = ReadArcDescriptor(fileSystem, JoinPath(directory, entry.Name));
-    if (!marker) continue;
+    const std::string folder = JoinPath(directory, entry.Name);
+    const auto marker = ReadArcDescriptor(fileSystem, folder);
+    if (!marker) {
+      const MarkerProbe probe = ProbeMailArc(fileSystem, folder);
+      if (probe.CanHoldContent) return Fail(Unreadable(JoinPath(folder, probe.MarkerFile)));
+      continue;
+    }
     // A link without a text could not be clicked.
     std::string text = marker->ArchiveDisplayName.empty() ? entry.Name : marker->ArchiveDisplayName;
     found.push_back({entry.Name, std::move(text)});

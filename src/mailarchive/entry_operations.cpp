@@ -207,8 +207,11 @@ bool DeleteMailArcEntry(FileSystem& fileSystem, std::string_view directory, std:
   }
   if (allDeleted) {
     // The page first: a descriptor that stays behind alone is in no index.
+    // As long as the page stands, the descriptor does, too: the entry can be deleted once more.
     for (const auto& name : {std::string(pageFile), DescriptorName(pageFile)}) {
-      (void)fileSystem.DeleteFile(JoinPath(directory, name), true);
+      const auto deleted = fileSystem.DeleteFile(JoinPath(directory, name), true);
+      allDeleted = allDeleted && (deleted || IsMissing(deleted.error()));
+      if (!allDeleted) break;
     }
   }
   for (const auto name : ComponentFolders) {

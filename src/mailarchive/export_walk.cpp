@@ -36,6 +36,9 @@ void ExportWalk::ExportTree(std::string_view archivePath, std::string_view targe
   run::Run& run = context_.run;
   if (run.CheckCancel()) return;
   const auto archive = context_.session.Account->GetArchive(archivePath);
+  // A path that leads nowhere is passed over; an archive that cannot be read is not.
+  if (!archive && archive.error().Number != store::store_error::NotFound)
+    LogStoreFailure(archivePath, archive.error());
   if (!archive || (isLink && !context_.options.LinkedArchives)) return;
 
   const std::string directory = ExportArchive(**archive, targetDirectory, Order::Forward);
