@@ -35,6 +35,16 @@ Result<store::EntryPlace> OwnPlace(store::DvAccount& account, store::DvArchive& 
   return store::EntryPlace{around ? (*around)->ID() : "", (*own)->ID(), (*own)->DisplayName().value_or("")};
 }
 
+Status SetProperties(store::DvArchive& source, store::DvArchive& made) {
+  const auto displayType = source.DisplayType();
+  if (!displayType) return Fail(displayType.error());
+  if (const Status set = made.SetDisplayType(*displayType); !set) return set;
+  const auto hidden = source.Hidden();
+  if (!hidden) return Fail(hidden.error());
+  if (const Status set = made.SetHidden(*hidden); !set) return set;
+  return made.Update();
+}
+
 std::string Key(std::string_view id) { return FoldCase(StripBackslash(NormalizePath(id))); }
 
 }  // namespace
@@ -156,7 +166,15 @@ void ArchiveCopy::CopyContent(store::DvArchive& source, const store::DvArchive* 
     NoteTarget(*made.Archive);
     if (!options_.EnCopyOnlyArcs) CopyEntries(source, *made.Archive);
     if (!run.CheckCancel()) CopySubArchives(source, *made.Archive);
-    if (DeletesSources() && made.IsWhole) DeleteMoved(source);
+    if (DeletesSources()) {
+      if (made.IsWhole) {
+        DeleteMoved(source);
+      } else {
+        run.LogError(path, std::int64_t{0},
+                     "Nicht alle Eigenschaften, Dateien und Regeln sind übertragen; das Archiv bleibt stehen",
+                     run::Severity::Warning);
+      }
+    }
   }
   path_.Leave();
 }
@@ -188,7 +206,11 @@ ArchiveCopy::Made ArchiveCopy::MakeTarget(store::DvArchive& source, const store:
     return {};
   }
   // Braces in a name were taken for a directory's.
-  if ((*made)->DisplayName().value_or("") != name && (*made)->SetDisplayName(name)) (void)(*made)->Update();
+  if ((*made)->DisplayName().value_or("") != name) {
+    Status named = (*made)->SetDisplayName(name);
+    if (named) named = (*made)->Update();
+    if (!named) LogStoreFailure(operation_.run, source.FullPath(), CopyVerb, named.error());
+  }
   bool isWhole = true;
   if (options_.EnCpyProp) isWhole = CopyProperties(source, parent, **made, target);
   if (options_.EnRoutings) isWhole = CopyFiles(source, **made, RuleMask) && isWhole;
@@ -197,24 +219,28 @@ ArchiveCopy::Made ArchiveCopy::MakeTarget(store::DvArchive& source, const store:
 
 bool ArchiveCopy::CopyProperties(store::DvArchive& source, const store::DvArchive* parent,
                                  store::DvArchive& made, const store::DvArchive& target) {
-  const auto displayType = source.DisplayType();
-  const auto hidden = source.Hidden();
-  bool isWhole =
-      displayType && made.SetDisplayType(*displayType) && hidden && made.SetHidden(*hidden) && made.Update();
+  const Status set = SetProperties(source, made);
+  if (!set) LogStoreFailure(operation_.run, source.FullPath(), CopyVerb, set.error());
+  bool isWhole = set.has_value();
   for (const std::string_view mask : PropertyMasks) isWhole = CopyFiles(source, made, mask) && isWhole;
   const auto place = OwnPlace(*operation_.session.Account, source, parent);
+  if (!place) LogStoreFailure(operation_.run, source.FullPath(), CopyVerb, place.error());
   const store::EntryPlace madePlace{target.ID(), made.ID(), ""};
   return place && store::RepairArchiveDirRecord(operation_.run, *place, madePlace) && isWhole;
 }
 
-// A failure is not logged; a move then leaves the source.
+// A failure is not logged; a move then leaves the source, and says so.
 bool ArchiveCopy::CopyFiles(store::DvArchive& source, store::DvArchive& made, std::string_view mask) {
   platform::FileSystem& files = operation_.run.fileSystem();
   const std::string from = NormalizePath(source.ID()), to = NormalizePath(made.ID());
   const auto found = files.List(from, mask, platform::ListWhat::Files);
   bool isWhole = found.has_value();
-  for (const platform::FileEntry& file : found.value_or(std::vector<platform::FileEntry>()))
-    isWhole = files.CopyFile(JoinPath(from, file.Name), JoinPath(to, file.Name)) && isWhole;
+  for (const platform::FileEntry& file : found.value_or(std::vector<platform::FileEntry>())) {
+    const std::string copy = JoinPath(to, file.Name);
+    if (files.CopyFile(JoinPath(from, file.Name), copy)) continue;
+    isWhole = false;
+    (void)files.DeleteFile(copy, true);  // half a file would pass for a damaged one
+  }
   return isWhole;
 }
 

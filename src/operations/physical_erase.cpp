@@ -20,6 +20,8 @@ namespace {
 // The directories of an archive and of what the tree shows below it.
 class DoomedTree {
  public:
+  explicit DoomedTree(platform::FileSystem& files) : files_(files) {}
+
   // Parents stand before their children.
   const std::vector<std::string>& Directories() const { return directories_; }
   bool Holds(std::string_view directory) const { return keys_.contains(Key(directory)); }
@@ -33,7 +35,12 @@ class DoomedTree {
     directories_.push_back(StripBackslash(NormalizePath(archive.ID())));
     keys_.insert(Key(archive.ID()));
     const auto subArchives = archive.SubArchives();
-    if (!subArchives) return Fail(subArchives.error());
+    if (!subArchives) {
+      // What an earlier deletion has left: the entry of an archive whose directory is gone.
+      if (!IsGone(archive)) return Fail(subArchives.error());
+      path_.Leave();
+      return {};
+    }
     for (const auto& sub : *subArchives) {
       if (sub->IsShortCut()) continue;
       if (const Status added = Add(*sub); !added) return added;
@@ -43,10 +50,14 @@ class DoomedTree {
   }
 
  private:
+  bool IsGone(store::DvArchive& archive) const {
+    return store::LookForDirectory(files_, archive.ID()) == store::DirectoryState::Gone;
+  }
   static std::string Key(std::string_view directory) {
     return FoldCase(StripBackslash(NormalizePath(directory)));
   }
 
+  platform::FileSystem& files_;
   std::vector<std::string> directories_;
   std::set<std::string> keys_;
   store::WalkPath path_;
@@ -57,6 +68,7 @@ Status RequireNothingForeign(const Operation& operation, const DoomedTree& tree,
                              const std::string& directory) {
   platform::FileSystem& files = operation.run.fileSystem();
   const auto folders = files.List(directory, "*", platform::ListWhat::Folders);
+  if (!folders && folders.error().Number == platform::file_error::PathNotFound) return {};
   if (!folders) return Fail(folders.error());
   for (const platform::FileEntry& folder : *folders) {
     if (folder.IsLink) continue;
@@ -73,21 +85,21 @@ Status RequireNothingForeign(const Operation& operation, const DoomedTree& tree,
   return {};
 }
 
+// Stops at the first directory that resists: those around it hold the lists by which it is found.
 Status DeleteFolders(run::Run& run, const std::vector<std::string>& directories) {
-  Status result;
   for (auto directory = directories.rbegin(); directory != directories.rend(); ++directory) {
     const Status deleted = run.fileSystem().DeleteFolder(*directory, true);
     const bool isGone = deleted || deleted.error().Number == platform::file_error::PathNotFound;
-    if (!isGone && result) result = deleted;
+    if (!isGone) return deleted;
   }
-  return result;
+  return {};
 }
 
 }  // namespace
 
 Status EraseArchiveDirectories(const Operation& operation, store::DvArchive& archive,
                                const store::DvArchive* parent) {
-  DoomedTree tree;
+  DoomedTree tree(operation.run.fileSystem());
   if (const Status added = tree.Add(archive); !added) return added;
   for (const std::string& directory : tree.Directories()) {
     if (const Status checked = RequireNothingForeign(operation, tree, directory); !checked) return checked;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <utility>
@@ -164,6 +165,26 @@ bool Lists(DvArchive& parent, const std::string& key) {
   return false;
 }
 
+// Whether a list has this very record. The store takes the second entry of an archive for a short-cut, so
+// that only the bytes tell.
+bool Holds(platform::FileSystem& fileSystem, std::string_view directory, const DirRecord& record) {
+  const auto found = FindAllRecords(fileSystem, directory, {.Path = record.Path().value_or("")});
+  return found && std::ranges::find(*found, record, &NumberedRecord::Record) != found->end();
+}
+
+// What is left to do of a move whose new entry stands: the old one goes, and the archive's own record
+// follows.
+Status FinishMove(run::Run& run, DvArchive& target, const EntryMove& move, const NumberedRecord& entry) {
+  platform::FileSystem& fileSystem = run.fileSystem();
+  const Status gone = DeleteArchiveRecord(fileSystem, move.Entry.ParentDirectory, entry);
+  if (!gone) return LoggedSearch(run, move.Entry.Directory, gone.error());
+  const Status own = WriteOwnRecord(fileSystem, entry.Record);
+  if (!own) return Logged(run, move.Entry.Directory, own.error());
+  ++run.counters.Archives;
+  if (const Status updated = target.Update(); !updated) return Logged(run, target.ID(), updated.error());
+  return {};
+}
+
 }  // namespace
 
 Result<NumberedRecord> FindEntryRecord(platform::FileSystem& fileSystem, const EntryPlace& entry) {
@@ -194,6 +215,11 @@ Status MoveArchiveEntry(run::Run& run, DvArchive& target, const EntryMove& move)
   const bool isOneList = ArchiveKey(targetDirectory) == ArchiveKey(move.Entry.ParentDirectory);
   const auto entry = FindEntryRecord(fileSystem, move.Entry);
   if (!entry) return LoggedSearch(run, move.Entry.Directory, entry.error());
+
+  // A move that was broken off has left the new entry beside the old one: a second new one would be a double.
+  if (move.Form == EntryForm::Move && !move.IsShortCut && !isOneList &&
+      Holds(fileSystem, targetDirectory, entry->Record))
+    return FinishMove(run, target, move, *entry);
 
   auto made = target.CreateSubArchive(TemporaryArchiveName);
   if (!made) return Logged(run, targetDirectory, made.error());

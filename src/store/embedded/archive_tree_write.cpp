@@ -10,6 +10,8 @@
 #include "base/device_names.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/archive_files.h"
+#include "store/archive_records.h"
 #include "store/embedded/archive_tree.h"
 #include "store/embedded/archive_tree_state.h"
 #include "store/embedded/directory_names.h"
@@ -160,6 +162,12 @@ Result<std::optional<NewDirectory>> TryDirectory(platform::FileSystem& fileSyste
   return Fail(ArchiveWriteError(path, made.error()));
 }
 
+// For whoever holds the lock.
+bool MayName(platform::FileSystem& fileSystem, std::string_view parent, const std::string& directory) {
+  const auto list = ReadArchiveList(fileSystem, parent);
+  return !list || FindRecordIn(*list, {.Path = directory}).has_value();
+}
+
 // Appends the record of a directory just made, and takes the directory away again if that fails.
 Result<int> Enter(platform::FileSystem& fileSystem, ListCache& lists, const std::string& parent,
                   ListPointer list, const NewDirectory& fresh) {
@@ -167,8 +175,9 @@ Result<int> Enter(platform::FileSystem& fileSystem, ListCache& lists, const std:
   const Status self = fileSystem.WriteFile(JoinPath(fresh.Path, archive_file::Self), fresh.Record.Bytes());
   Result<int> number = self ? Append(lists, parent, std::move(list), fresh.Record)
                             : Fail(ArchiveWriteError(fresh.Path, self.error()));
-  // What cannot be removed shows up in a check as a directory without a record.
-  if (!number) (void)fileSystem.DeleteFolder(fresh.Path, true);
+  // What cannot be removed shows up in a check as a directory without a record. Where the new list stands, or
+  // may stand, although it could not be brought to the disk, the directory that it names stays.
+  if (!number && !MayName(fileSystem, parent, fresh.Path)) (void)fileSystem.DeleteFolder(fresh.Path, true);
   return number;
 }
 
