@@ -1,0 +1,215 @@
+// The address export in each of its formats, and files that are written as a whole, each with every one of
+// their file operations failing.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+
+#include "addresses/address_export.h"
+#include "base/text.h"
+#include "mailarchive/content_index.h"
+#include "mailarchive/format/forms.h"
+#include "mailarchive/format/marker.h"
+#include "operations/file_deletion.h"
+#include "platform/host_file_system.h"
+#include "run/run.h"
+#include "settings/store.h"
+#include "store/vocabulary.h"
+#include "support/fake_store.h"
+#include "support/manual_clock.h"
+#include "support/scripted_front_end.h"
+#include "support/temp_dir.h"
+#include "sweep.h"
+
+namespace velmora::faults {
+namespace {
+
+namespace fs = std::filesystem;
+using addresses::AddressFormat;
+using store::AddressProperty;
+
+// A directory on a file system that fails on demand.
+struct FileWorld {
+  FileWorld() {
+    files.Spare("VelmoraError.log");
+    for (const char* folder : {"log", "ziel", "designs"}) fs::create_directory(dir.HostPath(folder));
+  }
+  std::map<std::string, std::string> Files(const std::string& folder) const {
+    std::map<std::string, std::string> found;
+    for (const auto& entry : fs::recursive_directory_iterator(dir.HostPath(folder))) {
+      if (!entry.is_regular_file()) continue;
+      const std::string path = fs::relative(entry.path(), dir.HostPath());
+      found[path] = dir.ReadHostFile(path);
+    }
+    return found;
+  }
+  std::size_t LogLines() const {
+    const auto log = host->ReadFile(dir.Path("log\\VelmoraError.log"));
+    return log ? Split(*log, "\r\n").size() - 2 : 0;
+  }
+
+  test::TempDir dir;
+  std::unique_ptr<platform::FileSystem> host = platform::MakeHostFileSystem({{"Z:", "/"}});
+  test::FaultyFileSystem files{*host};
+  test::ManualClock clock;
+  test::ScriptedFrontEnd frontEnd;
+  run::Run run{files, clock, frontEnd.Set(), dir.Path("log")};
+};
+
+class AddressFaultsTest : public testing::TestWithParam<AddressFormat> {};
+
+TEST_P(AddressFaultsTest, WhatIsNotToldOfIsWhole) {
+  const auto exportAll = [&](FileWorld& world) {
+    test::FakeStore store(world.files);
+    auto& root = store.AddArchive(nullptr, "Kontakte", R"(\\SERVER\DAVID\ARCHIVE\K)");
+    auto& sub = store.AddArchive(&root, "Unter", R"(\\SERVER\DAVID\ARCHIVE\K\U)");
+    for (auto* archive : {&root, &sub}) {
+      for (const char* name : {"Anton", "Berta", "Cäsar"}) {
+        auto& entry = store.AddEntry(*archive, store::item_type::Address, name);
+        entry.Address[AddressProperty::DisplayName] = std::string(name);
+      }
+    }
+    store::Session session;
+    session.Account = store.MakeAccount();
+    session.ServerName = "SERVER";
+    addresses::AddressExportOptions options;
+    options.Format = GetParam();
+    options.WithSubArchives = true;
+    options.Overwrite = true;
+    options.Target = {world.dir.Path("ziel\\"),
+                      GetParam() == AddressFormat::VCard
+                          ? ""
+                          : "Adressbuch" + std::string(addresses::PlaceOf(GetParam()).Extension)};
+    addresses::RunAddressExport(world.run, session,
+                                {addresses::AddressSource::CurrentArchive, root.FullPath, options});
+  };
+  FileWorld sound;
+  exportAll(sound);
+  ASSERT_EQ(sound.LogLines(), 0u);
+  const auto whole = sound.Files("ziel");
+  ASSERT_GE(whole.size(), 2u);
+  const auto withoutMarkers = [](std::map<std::string, std::string> all) {
+    std::erase_if(all, [](const auto& file) { return file.first.ends_with(".vla"); });
+    return all;
+  };
+  Sweep([&](const Place& place) {
+    FileWorld world;
+    place.Plan(world.files);
+    exportAll(world);
+    const bool isMet = world.files.FailuresSoFar() > 0;
+    world.files.Heal();
+    EXPECT_EQ(world.LogLines(), static_cast<std::size_t>(world.run.counters.Errors));
+    if (world.run.counters.Errors == 0) {
+      EXPECT_EQ(withoutMarkers(world.Files("ziel")), withoutMarkers(whole)) << "not one error is told of";
+    }
+    fs::remove(world.dir.HostPath("log/VelmoraError.log"));
+    exportAll(world);
+    EXPECT_EQ(world.run.counters.Errors, 0) << "of the second run";
+    auto now = world.Files("ziel");
+    for (const auto& [path, bytes] : withoutMarkers(whole)) {
+      if (!path.ends_with(".vcf")) {
+        EXPECT_EQ(now[path], bytes) << path;
+      }
+    }
+    return isMet;
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, AddressFaultsTest,
+                         testing::Values(AddressFormat::Delimited, AddressFormat::Excel,
+                                         AddressFormat::GroupWise, AddressFormat::VCard),
+                         [](const auto& format) {
+                           return std::string(addresses::PlaceOf(format.param).Extension.substr(1));
+                         });
+
+// --- Settings. ---
+
+TEST(SettingsFaultsTest, OldOrNewButNeverHalf) {
+  for (const std::string old : {"[General]\nname = \"alt\"\n", "[General\nbroken", ""}) {
+    Sweep([&](const Place& place) {
+      FileWorld world;
+      const std::string path = "ziel/conf/settings.toml";
+      if (!old.empty()) {
+        fs::create_directory(world.dir.HostPath("ziel/conf"));
+        world.dir.WriteHostFile(path, old);
+      }
+      const auto save = [&] {
+        settings::Store store(world.files, world.dir.Path("ziel\\conf"), world.dir.Path("machine"));
+        return store.SetUserSetting("General", "name", std::string("neu"));
+      };
+      place.Plan(world.files);
+      const Status saved = save();
+      const bool isMet = world.files.FailuresSoFar() > 0;
+      world.files.Heal();
+      const auto now = [&] {
+        return fs::exists(world.dir.HostPath(path)) ? world.dir.ReadHostFile(path) : "";
+      };
+      settings::Store after(*world.host, world.dir.Path("ziel\\conf"), world.dir.Path("machine"));
+      const bool isNew =
+          after.GetUserSetting("General", "name", std::string()) == settings::Value(std::string("neu"));
+      EXPECT_TRUE(isNew || now() == old) << now();
+      if (saved) {
+        EXPECT_TRUE(isNew);
+      }
+      EXPECT_TRUE(save());
+      EXPECT_EQ(after.GetUserSetting("General", "name", std::string()), settings::Value(std::string("neu")));
+      return isMet;
+    });
+  }
+}
+
+// --- Deletion of files. ---
+
+TEST(FileDeletionFaultsTest, WhatIsLeftIsToldOf) {
+  const auto put = [](FileWorld& world) {
+    fs::create_directories(world.dir.HostPath("ziel/Eml"));
+    for (const std::string name : {"x", "y"}) {
+      world.dir.WriteHostFile("ziel/" + name + ".add", "Subject=" + name + "\r\nEML=Eml\\" + name +
+                                                           ".eml\r\nMAILARCENTRY=" + name + ".htm\r\n");
+      world.dir.WriteHostFile("ziel/" + name + ".htm", "page");
+      world.dir.WriteHostFile("ziel/Eml/" + name + ".eml", "mail");
+    }
+    fs::create_directories(world.dir.HostPath("ziel/Ordner/innen"));
+    world.dir.WriteHostFile("ziel/Ordner/innen/a", "a");
+    world.dir.WriteHostFile("ziel/bleibt.htm", "page");
+    EXPECT_TRUE(mailarchive::WriteArchiveMarker(*world.host, world.dir.Path("ziel"),
+                                                mailarchive::MailArcKind::Root, {"Archiv"}, true));
+  };
+  const auto remove = [](FileWorld& world) {
+    mailarchive::DesignSet designs(world.files, world.dir.Path("designs"), "Standard");
+    mailarchive::IndexContext context{world.run, designs, false, world.dir.Path()};
+    operations::FileDeleteOptions options;
+    options.EnDelDirs = true;
+    operations::RunDeleteFiles(
+        context, options, {world.dir.Path("ziel"), {{"x.htm", false}, {"y.htm", false}, {"Ordner", true}}},
+        "");
+  };
+  Sweep([&](const Place& place) {
+    FileWorld world;
+    put(world);
+    place.Plan(world.files);
+    remove(world);
+    const bool isMet = world.files.FailuresSoFar() > 0;
+    world.files.Heal();
+    EXPECT_EQ(world.LogLines(), static_cast<std::size_t>(world.run.counters.Errors));
+    const auto left = world.Files("ziel");
+    if (world.run.counters.Errors == 0) {
+      EXPECT_EQ(left.size(), 2u) << "not one error is told of";
+    }
+    EXPECT_TRUE(left.contains("ziel/bleibt.htm"));
+    // A component never goes without its page being named as left, and no page without its components.
+    for (const std::string name : {"x", "y"}) {
+      const bool hasPage = left.contains("ziel/" + name + ".htm");
+      if (!hasPage) {
+        EXPECT_FALSE(left.contains("ziel/Eml/" + name + ".eml")) << "nobody finds it any more";
+      }
+    }
+    remove(world);
+    EXPECT_EQ(world.run.counters.Errors, 0) << "of the second run";
+    EXPECT_EQ(world.Files("ziel").size(), 2u);
+    return isMet;
+  });
+}
+
+}  // namespace
+}  // namespace velmora::faults
