@@ -2,47 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <numeric>
 
-#include "operations/archive_copy.h"
-#include "operations/archive_deletion.h"
 #include "operations/rule_copy.h"
 #include "store/archive_entries.h"
-#include "store_world.h"
+#include "store_jobs.h"
 #include "sweep.h"
 
 namespace velmora::faults {
 namespace {
 
 using namespace operations;
-using store::Selection;
-
-constexpr std::string_view Source = "/Archive/Quelle", Target = "/Archive/Ziel", Shelf = "/Archive/Ablage";
-
-int Total(const Messages& messages) {
-  return std::accumulate(messages.begin(), messages.end(), 0,
-                         [](int sum, const auto& message) { return sum + message.second; });
-}
-
-Selection MarkSource(StoreWorld& world) {
-  const auto source = world.Open(Source);
-  return {world.Open("/Archive"), {{Selection::Object::Kind::Archive, 0, source->ID(), false, "Quelle"}}};
-}
-
-// What is opened before the faults begin, and the run itself.
-using Job = std::function<void()>;
-
-Job Copying(StoreWorld& world, const StoreCopyOptions& options) {
-  return [&world, options, selection = MarkSource(world), target = world.Open(Target)] {
-    RunStoreCopy(world.Context(), options, selection, target);
-  };
-}
-
-Job Deleting(StoreWorld& world, const StoreDeleteOptions& options) {
-  return [&world, options, selection = MarkSource(world)] {
-    RunStoreDelete(world.Context(), options, selection);
-  };
-}
 
 // All that the runs could touch. Files beside a list come along or do not, without a word about them.
 Lines Around(StoreWorld& world) {
@@ -259,6 +228,49 @@ TEST_F(StoreFaultsTest, EntryMovedToAnotherParent) {
         EXPECT_EQ(world.Describe("/Archive/Ziel/Quelle"), tree);
       },
       "steht schon in der Liste");
+}
+
+// --- What the sweeps have found. ---
+
+// The new list stood already when its disk failed: the archive that it names must keep its directory.
+TEST_F(StoreFaultsTest, ANewArchiveWhoseListReachedNoDiskKeepsItsDirectory) {
+  StoreWorld world;
+  world.files.FailOn(Fault::LateReplace, 1, platform::file_error::DeviceError);
+  EXPECT_FALSE(world.Open(Target)->CreateSubArchive("Neu"));
+  world.files.Heal();
+  world.SignOff();
+  EXPECT_EQ(world.Damage(), Lines{});
+  EXPECT_EQ(world.Describe("/Archive/Ziel/Neu"), Lines{"/ 0 false"});
+}
+
+// One folder that resisted ended the deletion with all others gone and their entry still in the list, and no
+// second run could take it out.
+TEST_F(StoreFaultsTest, ADeletionOfDirectoriesThatWasBrokenOffCanBeFinished) {
+  StoreWorld world;
+  const StoreDeleteOptions options{.EnDelArchives = true, .EnPhysErase = true};
+  world.files.FailOn(Fault::Delete, 2, platform::file_error::AccessDenied);
+  Deleting(world, options)();
+  EXPECT_EQ(world.run.counters.Errors, 1);
+  world.files.Heal();
+  Deleting(world, options)();
+  EXPECT_EQ(world.run.counters.Errors, 0);
+  world.SignOff();
+  EXPECT_EQ(world.Describe(Source), Lines{});
+  EXPECT_EQ(world.Damage(), Lines{});
+}
+
+// The source stayed without a word about why.
+TEST_F(StoreFaultsTest, AMoveSaysWhyItsSourceStays) {
+  StoreWorld world;
+  StoreCopyOptions options;
+  options.Mode = CopyMode::Move;
+  options.EnDelArchives = options.EnRoutings = true;
+  const auto job = Copying(world, options);
+  world.files.FailOn(Fault::Copy, 1, platform::file_error::DiskFull);  // of the rules
+  job();
+  ASSERT_EQ(world.Log().size(), 1u);
+  EXPECT_NE(world.Log().front().find("das Archiv bleibt stehen"), std::string::npos);
+  EXPECT_TRUE(world.session.Account->GetArchive(Source));
 }
 
 }  // namespace
