@@ -252,7 +252,7 @@ TEST_F(RandomOperationsTest, StoreAndModelStayEqual) {
       &RandomOperationsTest::DeleteOne,  &RandomOperationsTest::CopyRulesOne,
   };
   const std::size_t seed = FromEnvironment("VELMORA_RANDOM_SEED", 1);
-  const std::size_t count = FromEnvironment("VELMORA_RANDOM_OPERATIONS", 400);
+  const std::size_t count = FromEnvironment("VELMORA_RANDOM_OPERATIONS", 200);
   random_.seed(static_cast<std::mt19937::result_type>(seed));
   for (std::size_t i = 0; i < count; ++i) {
     done_ = "nothing";
