@@ -109,10 +109,14 @@ class MarkedFiles {
   void DeleteFile(const std::string& name) {
     if (asEntries_) {
       if (mailarchive::DeleteMailArcEntry(run_.fileSystem(), directory_, name)) return;
-      // An entry of which a component resists keeps its page and descriptor, so that it is not lost halfway.
-      if (mailarchive::ReadEntryFields(run_.fileSystem(), directory_, name)) {
+      // An entry of which a component resists keeps its page and descriptor, so that it is not lost halfway;
+      // so does one whose descriptor cannot be read: nothing else tells which files are its components.
+      if (run_.fileSystem().FileExists(JoinPath(directory_, mailarchive::DescriptorName(name)))) {
+        const bool isReadable = mailarchive::ReadEntryFields(run_.fileSystem(), directory_, name).has_value();
         run_.LogError(JoinPath(directory_, name),
-                      {file_error::AccessDenied, "Ein Bestandteil des Eintrags kann nicht gelöscht werden"});
+                      {file_error::AccessDenied,
+                       isReadable ? "Ein Bestandteil des Eintrags kann nicht gelöscht werden"
+                                  : "Der Descriptor des Eintrags ist nicht lesbar, der Eintrag bleibt"});
         return;
       }
     }

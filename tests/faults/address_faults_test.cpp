@@ -160,35 +160,35 @@ TEST(SettingsFaultsTest, OldOrNewButNeverHalf) {
 
 // --- Deletion of files. ---
 
+void PutEntries(FileWorld& world) {
+  fs::create_directories(world.dir.HostPath("ziel/Eml"));
+  for (const std::string name : {"x", "y"}) {
+    world.dir.WriteHostFile("ziel/" + name + ".add", "Subject=" + name + "\r\nEML=Eml\\" + name +
+                                                         ".eml\r\nMAILARCENTRY=" + name + ".htm\r\n");
+    world.dir.WriteHostFile("ziel/" + name + ".htm", "page");
+    world.dir.WriteHostFile("ziel/Eml/" + name + ".eml", "mail");
+  }
+  fs::create_directories(world.dir.HostPath("ziel/Ordner/innen"));
+  world.dir.WriteHostFile("ziel/Ordner/innen/a", "a");
+  world.dir.WriteHostFile("ziel/bleibt.htm", "page");
+  EXPECT_TRUE(mailarchive::WriteArchiveMarker(*world.host, world.dir.Path("ziel"),
+                                              mailarchive::MailArcKind::Root, {"Archiv"}, true));
+}
+
+void RemoveEntries(FileWorld& world) {
+  mailarchive::DesignSet designs(world.files, world.dir.Path("designs"), "Standard");
+  mailarchive::IndexContext context{world.run, designs, false, world.dir.Path()};
+  operations::FileDeleteOptions options;
+  options.EnDelDirs = true;
+  operations::RunDeleteFiles(
+      context, options, {world.dir.Path("ziel"), {{"x.htm", false}, {"y.htm", false}, {"Ordner", true}}}, "");
+}
 TEST(FileDeletionFaultsTest, WhatIsLeftIsToldOf) {
-  const auto put = [](FileWorld& world) {
-    fs::create_directories(world.dir.HostPath("ziel/Eml"));
-    for (const std::string name : {"x", "y"}) {
-      world.dir.WriteHostFile("ziel/" + name + ".add", "Subject=" + name + "\r\nEML=Eml\\" + name +
-                                                           ".eml\r\nMAILARCENTRY=" + name + ".htm\r\n");
-      world.dir.WriteHostFile("ziel/" + name + ".htm", "page");
-      world.dir.WriteHostFile("ziel/Eml/" + name + ".eml", "mail");
-    }
-    fs::create_directories(world.dir.HostPath("ziel/Ordner/innen"));
-    world.dir.WriteHostFile("ziel/Ordner/innen/a", "a");
-    world.dir.WriteHostFile("ziel/bleibt.htm", "page");
-    EXPECT_TRUE(mailarchive::WriteArchiveMarker(*world.host, world.dir.Path("ziel"),
-                                                mailarchive::MailArcKind::Root, {"Archiv"}, true));
-  };
-  const auto remove = [](FileWorld& world) {
-    mailarchive::DesignSet designs(world.files, world.dir.Path("designs"), "Standard");
-    mailarchive::IndexContext context{world.run, designs, false, world.dir.Path()};
-    operations::FileDeleteOptions options;
-    options.EnDelDirs = true;
-    operations::RunDeleteFiles(
-        context, options, {world.dir.Path("ziel"), {{"x.htm", false}, {"y.htm", false}, {"Ordner", true}}},
-        "");
-  };
   Sweep([&](const Place& place) {
     FileWorld world;
-    put(world);
+    PutEntries(world);
     place.Plan(world.files);
-    remove(world);
+    RemoveEntries(world);
     const bool isMet = world.files.FailuresSoFar() > 0;
     world.files.Heal();
     EXPECT_EQ(world.LogLines(), static_cast<std::size_t>(world.run.counters.Errors));
@@ -204,11 +204,24 @@ TEST(FileDeletionFaultsTest, WhatIsLeftIsToldOf) {
         EXPECT_FALSE(left.contains("ziel/Eml/" + name + ".eml")) << "nobody finds it any more";
       }
     }
-    remove(world);
+    RemoveEntries(world);
     EXPECT_EQ(world.run.counters.Errors, 0) << "of the second run";
     EXPECT_EQ(world.Files("ziel").size(), 2u);
     return isMet;
   });
+}
+
+// The page went, and with it the only way to the components.
+TEST(FileDeletionFaultsTest, AnEntryWhoseDescriptorCannotBeReadStays) {
+  FileWorld world;
+  PutEntries(world);
+  const auto before = world.Files("ziel");
+  world.files.FailOn(Fault::Open, 1, platform::file_error::DeviceError, test::FaultyFileSystem::Always);
+  RemoveEntries(world);
+  EXPECT_EQ(world.run.counters.Errors, 2);
+  auto left = world.Files("ziel");
+  left["ziel/Ordner/innen/a"] = "a";  // went as it should
+  EXPECT_EQ(left, before);
 }
 
 }  // namespace
