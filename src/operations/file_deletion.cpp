@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <ranges>
-#include <system_error>
 
 #include "base/paths.h"
 #include "base/text.h"
@@ -12,6 +11,7 @@
 #include "mailarchive/format/descriptor.h"
 #include "mailarchive/format/marker.h"
 #include "operations/operation.h"
+#include "platform/host_folders.h"
 
 namespace velmora::operations {
 namespace {
@@ -32,25 +32,6 @@ bool IsGone(const Error& error) {
 // A name of the directory itself, without a mask: "*" in it would delete what nobody marked.
 bool IsPlainName(std::string_view name) {
   return IsSafeRelativePath(name) && name != "." && name.find_first_of("\\/*?") == std::string_view::npos;
-}
-
-// "Z:", "Z:\", `\\SERVER\SHARE`.
-bool IsRootPath(std::string_view path) {
-  const std::string folder = StripBackslash(NormalizePath(path));
-  return folder.starts_with("\\\\") ? Split(folder.substr(2), "\\").size() <= 2 : folder.size() <= 2;
-}
-
-// Without symbolic links; "" when the host does not have it.
-fs::path Canonical(FileSystem& fileSystem, std::string_view folder) {
-  const auto hostPath = fileSystem.HostPath(StripBackslash(folder));
-  std::error_code error;
-  const fs::path canonical = hostPath ? fs::canonical(*hostPath, error) : fs::path();
-  return error ? fs::path() : canonical;
-}
-
-bool IsSameOrAbove(const fs::path& upper, const fs::path& lower) {
-  const fs::path relative = lower.lexically_relative(upper);
-  return !relative.empty() && *relative.begin() != "..";
 }
 
 // --- One folder. ---
@@ -142,17 +123,17 @@ class MarkedFiles {
 
 std::string ReasonNotToDelete(FileSystem& fileSystem, std::string_view folder, std::string_view davidRoot) {
   constexpr std::string_view IsRoot = "Die Wurzel eines Laufwerks oder einer Freigabe wird nicht gelöscht";
-  if (IsRootPath(folder)) return std::string(IsRoot);
+  if (platform::IsRootPath(folder)) return std::string(IsRoot);
   const auto entry = fileSystem.GetEntry(StripBackslash(folder));
   if (entry && entry->IsLink) return "";  // the link goes, what it leads to stays
-  const fs::path doomed = Canonical(fileSystem, folder);
+  const fs::path doomed = platform::CanonicalPath(fileSystem, folder);
   if (doomed.empty()) return "";
   for (const platform::Drive& drive : fileSystem.Drives()) {
-    const fs::path root = Canonical(fileSystem, drive.Name + "\\");
-    if (!root.empty() && IsSameOrAbove(doomed, root)) return std::string(IsRoot);
+    const fs::path root = platform::CanonicalPath(fileSystem, drive.Name + "\\");
+    if (!root.empty() && platform::IsSameOrAbove(doomed, root)) return std::string(IsRoot);
   }
-  const fs::path archives = davidRoot.empty() ? fs::path() : Canonical(fileSystem, davidRoot);
-  if (!archives.empty() && IsSameOrAbove(doomed, archives))
+  const fs::path archives = davidRoot.empty() ? fs::path() : platform::CanonicalPath(fileSystem, davidRoot);
+  if (!archives.empty() && platform::IsSameOrAbove(doomed, archives))
     return "Das Verzeichnis enthält den Archivbestand";
   return "";
 }
@@ -172,7 +153,7 @@ void ClearAttributes(FileSystem& fileSystem, std::string_view folder) {
 
 void DeleteFolderTree(run::Run& run, std::string_view folder, bool deleteFolder) {
   FileSystem& fileSystem = run.fileSystem();
-  if (IsRootPath(folder))
+  if (platform::IsRootPath(folder))
     return run.LogError(folder, {file_error::AccessDenied, ReasonNotToDelete(fileSystem, folder, "")});
   const auto entry = fileSystem.GetEntry(StripBackslash(folder));
   if (!entry && IsGone(entry.error())) return;

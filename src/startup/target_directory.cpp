@@ -4,57 +4,31 @@
 
 #include <array>
 #include <filesystem>
-#include <system_error>
 #include <vector>
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "platform/host_folders.h"
 
 namespace velmora::startup {
-namespace {
 
 namespace fs = std::filesystem;
 
-// The directory without symbolic links: two paths to one directory must not look like two directories. ""
-// when the host does not have it.
-fs::path Canonical(Context& context, std::string_view windowsPath) {
-  const Result<std::string> hostPath = context.fileSystem.HostPath(StripBackslash(windowsPath));
-  std::error_code error;
-  const fs::path canonical = hostPath ? fs::canonical(*hostPath, error) : fs::path();
-  return error ? fs::path() : canonical;
-}
-
-bool IsSameOrAbove(const fs::path& upper, const fs::path& lower) {
-  const fs::path relative = lower.lexically_relative(upper);
-  return !relative.empty() && *relative.begin() != "..";
-}
-
-// "Z:", "Z:\", `\\SERVER\SHARE`.
-bool IsRootPath(std::string_view path) {
-  const std::string directory = StripBackslash(path);
-  if (directory.starts_with("\\\\")) {
-    return Split(directory.substr(2), "\\").size() <= 2;
-  }
-  return directory.size() <= 2;
-}
-
-}  // namespace
-
 std::string ReasonNotToEmpty(Context& context, std::string_view directory, std::string_view controlFile) {
-  const fs::path target = Canonical(context, directory);
-  if (IsRootPath(directory) || target.empty() || target == target.root_path()) {
+  const fs::path target = platform::CanonicalPath(context.fileSystem, directory);
+  if (platform::IsRootPath(directory) || target.empty() || target == target.root_path()) {
     return "Das Zielverzeichnis ist die Wurzel eines Laufwerks oder einer Freigabe";
   }
   for (const platform::Drive& drive : context.fileSystem.Drives()) {
-    if (Canonical(context, drive.Name + "\\") == target) {
+    if (platform::CanonicalPath(context.fileSystem, drive.Name + "\\") == target) {
       return "Das Zielverzeichnis ist die Wurzel eines Laufwerks oder einer Freigabe";
     }
   }
   const std::array storeDirectories = {NormalizePath(context.session.Account->DavidRoot()),
                                        NormalizePath(context.session.DefaultArchive->ID())};
   for (const std::string& storeDirectory : storeDirectories) {
-    const fs::path root = Canonical(context, storeDirectory);
-    if (!root.empty() && (IsSameOrAbove(target, root) || IsSameOrAbove(root, target))) {
+    const fs::path root = platform::CanonicalPath(context.fileSystem, storeDirectory);
+    if (!root.empty() && (platform::IsSameOrAbove(target, root) || platform::IsSameOrAbove(root, target))) {
       return "Das Zielverzeichnis enthält den Archivbestand oder liegt darin";
     }
   }
@@ -67,13 +41,14 @@ std::string ReasonNotToEmpty(Context& context, std::string_view directory, std::
       context.fileSystem.FromHostPath(process.Directories.Config),
   };
   for (const std::string& ownDirectory : ownDirectories) {
-    const fs::path own = Canonical(context, ownDirectory);
-    if (!own.empty() && IsSameOrAbove(target, own)) {
+    const fs::path own = platform::CanonicalPath(context.fileSystem, ownDirectory);
+    if (!own.empty() && platform::IsSameOrAbove(target, own)) {
       return "Das Zielverzeichnis enthält Verzeichnisse des Programms oder des Benutzers";
     }
   }
-  const fs::path file = controlFile.empty() ? fs::path() : Canonical(context, controlFile);
-  if (!file.empty() && IsSameOrAbove(target, file)) {
+  const fs::path file =
+      controlFile.empty() ? fs::path() : platform::CanonicalPath(context.fileSystem, controlFile);
+  if (!file.empty() && platform::IsSameOrAbove(target, file)) {
     return "Das Zielverzeichnis enthält die Steuerdatei";
   }
   return "";

@@ -10,8 +10,8 @@ namespace velmora::mailarchive {
 // running script and from loading anything. Some elements escape such a policy: `meta` redirects, `base`
 // bends links, `link` has names looked up and connections made ahead, and so do a frame and the sending of a
 // form, even where the policy then forbids them. Here the "<" of `meta`, `link`, `base`, `iframe`, `frame`,
-// `frameset` and `form` becomes "&lt;", in any case, also where a part of the name stands before a "%" or at the end: a variable of the
-// form, filled in later, could make the rest. Everything else stays byte for byte.
+// `frameset` and `form` becomes "&lt;", in any case, also where a part of the name stands before a "%" or at
+// the end: a variable of the form, filled in later, could make the rest. Everything else stays byte for byte.
 std::string NeutralizeHeadTags(std::string_view text);
 
 }  // namespace velmora::mailarchive

@@ -82,18 +82,14 @@ Outcome RunCopyMove(CommandContext& context, const CopyMoveRequest& request) {
 Outcome RunStoreTransfer(CommandContext& context, const ZEBCopyMoveRequest& request) {
   const BusyScope busy(context.Busy);
   if (!busy.Entered()) return {};
-  context.App.run.ResetCancel();
-  operations::RunStoreCopy(operations::OperationOf(context.App.run, context.App.session, context.App.options),
-                           request.Options, request.Selection, request.Target);
+  operations::RunStoreCopy(BeginOperation(context), request.Options, request.Selection, request.Target);
   return AfterTransfer(context, request.Options.Mode == CopyMode::Move);
 }
 
 Outcome RunRuleTransfer(CommandContext& context, const RoutCopyMoveRequest& request) {
   const BusyScope busy(context.Busy);
   if (!busy.Entered()) return {};
-  context.App.run.ResetCancel();
-  operations::RunRuleCopy(operations::OperationOf(context.App.run, context.App.session, context.App.options),
-                          request.Options, request.Selection, request.Target);
+  operations::RunRuleCopy(BeginOperation(context), request.Options, request.Selection, request.Target);
   return AfterTransfer(context, request.Options.Mode == CopyMode::Move);
 }
 

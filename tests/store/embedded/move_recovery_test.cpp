@@ -149,7 +149,8 @@ TEST_F(MoveRecoveryTest, NotesOfSettledMovesDoNotPileUp) {
 
 TEST_F(MoveRecoveryTest, RubbishAmongTheNotesHindersNothing) {
   std::filesystem::create_directory(directory.HostPath("moves"));
-  directory.WriteHostFile("moves/aaaa", std::string("\0\n\\\\ZEB\\DAVID\\..\\x\n\n\xff\n", 26));
+  using namespace std::string_literals;
+  directory.WriteHostFile("moves/aaaa", "\0\n\\\\ZEB\\DAVID\\..\\x\n\n\xff\n"s);
   directory.WriteHostFile("moves/bbbb", "");
   OpenAndSettle();
   EXPECT_EQ(Count(In), Mails);
