@@ -3,7 +3,7 @@
 
 Every value that a sender chooses holds markup, file names or line ends that would do harm. Each page is opened in
 Chromium, beside a listener that all hostile addresses lead to: no script may run, nothing be fetched, no page be left.
-No file may arise outside of the target, and each name must be one that Windows can bear.
+No file may arise outside of the target, and each attachment must get a name that Windows can bear.
 """
 
 import argparse
