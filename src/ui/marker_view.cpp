@@ -30,7 +30,7 @@ class MarkerView final : public QDialog {
                           void (MailArcMarkerDialog::*set)(std::string_view)) {
       QLineEdit* const field = AddField(*form, name, caption, value);
       connect(field, &QLineEdit::textEdited, this,
-              [this, set](const QString& typed) { (model_.*set)(FromQt(typed)); });
+              [&model = model_, set](const QString& typed) { (model.*set)(FromQt(typed)); });
       return field;
     };
     bind("ArcFormDispName", text::ArcFormDispName, texts.DisplayName,
