@@ -5,16 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "require.h"
 #include "store/archive_ini.h"
 #include "store/remote_access.h"
 
-namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
+using velmora::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view content(reinterpret_cast<const char*>(data), size);

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "require.h"
 #include "store/archive_record.h"
 #include "store/embedded/list_cache.h"
 #include "store/embedded/record_properties.h"
@@ -12,9 +13,7 @@ namespace {
 
 using velmora::store::DirRecord;
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using velmora::fuzz::Require;
 
 void TryRecord(const DirRecord& original) {
   DirRecord record = original;

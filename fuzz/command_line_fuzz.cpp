@@ -6,15 +6,10 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "require.h"
 #include "startup/command_line.h"
 
-namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
+using velmora::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace velmora;

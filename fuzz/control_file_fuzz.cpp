@@ -6,16 +6,11 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "require.h"
 #include "startup/control_file.h"
 #include "startup/text_replacement.h"
 
-namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
+using velmora::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace velmora;

@@ -6,14 +6,13 @@
 
 #include "base/text.h"
 #include "mailarchive/format/descriptor.h"
+#include "require.h"
 
 namespace {
 
 namespace mailarchive = velmora::mailarchive;
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using velmora::fuzz::Require;
 
 void RequireContained(std::string_view path) {
   Require(path.find_first_of(":*?") == std::string_view::npos && !path.starts_with('\\') &&

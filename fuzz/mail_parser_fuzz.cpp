@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "require.h"
 #include "store/embedded/attachment_names.h"
 #include "store/embedded/content_decoder.h"
 #include "store/embedded/html_rendition.h"
@@ -15,9 +16,7 @@ namespace {
 
 using velmora::store::embedded::AttachmentRecord;
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using velmora::fuzz::Require;
 
 void RequireOneLine(std::string_view text) {
   Require(velmora::IsValidUtf8(text) && velmora::BlankControlCharacters(text) == text);

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "require.h"
 #include "store/archive_records.h"
 #include "store/record_edit.h"
 
@@ -13,9 +14,7 @@ namespace {
 
 using velmora::store::DirRecord;
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using velmora::fuzz::Require;
 
 void TryRecord(const DirRecord& original, std::string_view text) {
   if (const auto rebuilt = velmora::store::RebuildRecord(original, original, text)) {

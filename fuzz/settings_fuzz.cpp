@@ -6,18 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "require.h"
 #include "settings/options_store.h"
 #include "settings/path_mappings.h"
 #include "settings/server_list.h"
 #include "settings/toml_text.h"
 
-namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
+using velmora::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace velmora::settings;

@@ -6,14 +6,9 @@
 
 #include "addresses/vcard_reader.h"
 #include "base/text.h"
+#include "require.h"
 
-namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
+using velmora::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using velmora::store::AddressProperty;

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "base/text.h"
+#include "require.h"
 #include "single_file.h"
 #include "tables/cell_text.h"
 #include "tables/compound_file.h"
@@ -12,9 +13,7 @@ namespace {
 
 using velmora::tables::Workbook;
 
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using velmora::fuzz::Require;
 
 // What was read lies within the bounds, and comes back from a workbook that is written of it.
 void RequireSound(const Workbook& workbook) {

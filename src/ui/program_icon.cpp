@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 MaxEntryBytes = 1 << 20;
 
-// What a desktop entry says of itself (freedesktop.org, Desktop Entry Specification).
+// What a desktop entry says of itself (freedesktop.org, desktop entries).
 struct DesktopEntry {
   QString Program, Icon;
 };
