@@ -1,173 +1,278 @@
 #!/usr/bin/env python3
-"""Commands that are killed at random moments: kills_test.py --bin DIR [--times N] [--seed N] [--only CASE]
+"""Commands on a store that are killed at random moments: kills_test.py --bin DIR [--times N] [--seed N] [--only CASE]
 
-Each case kills its command N times. After each kill the store must be sound and hold each message exactly once; in the
-end the command, run again, completes.
+Each case kills its command N times. After each kill the store must be sound and hold whole messages only; a moved one
+stands exactly once, what is copied is untouched. In the end the command, run again, completes.
 """
 
-import argparse
-import collections
-import json
 import pathlib
-import random
 import shutil
-import signal
-import subprocess
+import struct
 import sys
-import tempfile
-import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
-import workplace  # noqa: E402
+import kills  # noqa: E402
+from kills import HERE, MANY, THERE  # noqa: E402
 
-HERE, THERE = "/Archive/Gemeinsam/Hier", "/Archive/Gemeinsam/Dort"
-MANY = 2000
-
-
-class Case:
-    def __init__(self, place, name):
-        self.place = workplace.Workplace(place.directory / name, place.programs, place.messages)
-        self.problems = []
-        self.program = self.place.programs / "velmoractl"
-        self.place.run("velmoractl", "store", "init", self.place.environment["VELMORA_STORE"], "--server", "PRUEFUNG")
-
-    def expect(self, holds, what):
-        if not holds:
-            self.problems.append(f"    {what}")
-
-    def mailbox(self, count, name="viele.mbox"):
-        path = self.place.directory / name
-        path.write_text("".join(f"From x@example.org Mon Nov  2 10:00:00 2026\nSubject: {number}\n\nText {number}\n\n"
-                                for number in range(count)))
-        return path
-
-    def deliver(self, archive, count):
-        self.place.run("velmoractl", "store", "deliver", "--archive", archive.removeprefix("/Archive/"),
-                       self.mailbox(count))
-
-    def kill(self, after, program, *arguments):
-        """Whether the command was still running after so many seconds and was killed."""
-        running = subprocess.Popen([self.place.programs / program, *map(str, arguments)], env=self.place.environment,
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        try:
-            running.wait(after)
-            return False
-        except subprocess.TimeoutExpired:
-            running.send_signal(signal.SIGKILL)
-            running.wait()
-            return True
-
-    def duration(self, program, *arguments):
-        start = time.monotonic()
-        self.place.run(program, *arguments)
-        return time.monotonic() - start
-
-    def subjects(self, *archives):
-        found = collections.Counter()
-        for archive in archives:
-            listed = subprocess.run([self.program, "store", "list", "--json", "--archive", archive],
-                                    env=self.place.environment, capture_output=True, text=True)
-            if listed.returncode == 0:
-                found.update(entry["subject"] for entry in json.loads(listed.stdout))
-        return found
-
-    def sound(self, after):
-        done = subprocess.run([self.program, "store", "check"], env=self.place.environment, capture_output=True, text=True)
-        self.expect(done.returncode == 0, f"the store is damaged after {after}: {done.stdout}{done.stderr}"[:1000])
-
-    def each_once(self, count, archives, after):
-        found = self.subjects(*archives)
-        lost = [str(number) for number in range(count) if str(number) not in found]
-        twice = [subject for subject, times in found.items() if times > 1]
-        self.expect(not lost, f"{after}: lost {lost[:20]}")
-        self.expect(not twice, f"{after}: twice {len(twice)}: {twice[:20]}")
+TREE = ("", "/Eins", "/Eins/Tief", "/Zwei", "/Drei")
 
 
-def moments(case, times, longest):
-    return [case.random.uniform(0, longest) for _ in range(times)]
+def deliver_tree(case):
+    """MANY messages in the archives of a tree, dealt one by one."""
+    for position, part in enumerate(TREE):
+        case.deliver(f"{HERE}/Baum{part}", range(position, MANY, len(TREE)))
 
+
+def in_tree(top):
+    return [f"{top}/Baum{part}" for part in TREE]
+
+
+# --- Delivered. ---
+
+def test_a_mailbox_is_delivered(case):
+    """What stands is whole and is the mailbox's beginning, so that the rest of it can be delivered."""
+    case.make_archive(HERE)
+    deliver = ["velmoractl", "store", "deliver", "--archive", HERE.removeprefix("/Archive/")]
+    longest = case.duration(*deliver, case.mailbox(range(MANY)))
+    done = MANY
+
+    def command():
+        nonlocal done
+        if done >= MANY:
+            case.place.run("velmoractl", "delete", "--messages", "--yes", HERE)
+            done = 0
+        return [*deliver, case.mailbox(range(done, done + MANY))]
+
+    for after in case.kills(longest, command):
+        case.sound(after)
+        done = case.subjects(HERE).total()
+        case.whole(range(done), [HERE], after)
+    case.deliver(HERE, range(done, 2 * MANY))
+    case.whole(range(2 * MANY), [HERE], "the rest")
+    # Nothing remembers what was delivered: a mailbox delivered twice stands twice.
+    case.deliver(HERE, range(2 * MANY))
+    case.whole([*range(2 * MANY)] * 2, [HERE], "the mailbox once more")
+    case.sound("the mailbox once more")
+
+
+# --- Moved. ---
 
 def test_messages_are_moved(case):
-    case.deliver(HERE, MANY)
-    case.place.run("velmoractl", "store", "deliver", "--archive", THERE.removeprefix("/Archive/"), case.mailbox(1))
-    case.place.run("velmoractl", "delete", "--messages", "--yes", THERE)
-    longest = case.duration("velmoractl", "move", "--messages", "--yes", HERE, THERE)
-    killed, source, target = 0, THERE, HERE
-    for number, moment in enumerate(moments(case, case.times, longest)):
-        killed += case.kill(moment, "velmoractl", "move", "--messages", "--yes", source, target)
-        case.sound(f"kill {number} at {moment:.3f} s")
-        case.each_once(MANY, (HERE, THERE), f"kill {number} at {moment:.3f} s")
+    case.deliver(HERE, range(MANY))
+    case.make_archive(THERE)
+    source, target = HERE, THERE
+    longest = case.duration("velmoractl", "move", "--messages", "--yes", source, target)
+
+    def command():
+        nonlocal source, target
         if not case.subjects(source):
             source, target = target, source
+        return ["velmoractl", "move", "--messages", "--yes", source, target]
+
+    for after in case.kills(longest, command):
+        case.sound(after)
+        case.each_once(MANY, (HERE, THERE), after)
     case.place.run("velmoractl", "move", "--messages", "--yes", source, target)
-    case.each_once(MANY, (target,), "the last run")
-    print(f"    {killed} of {case.times} killed")
+    case.whole(range(MANY), [target], "the last run")
 
 
 def test_a_tree_is_moved(case):
-    parts = [f"{HERE}/Baum"] + [f"{HERE}/Baum/{name}" for name in ("Eins", "Eins/Tief", "Zwei", "Drei")]
-    case.place.run("velmoractl", "store", "deliver", "--archive", THERE.removeprefix("/Archive/"), case.mailbox(1))
-    case.place.run("velmoractl", "delete", "--messages", "--yes", THERE)
-    box = case.mailbox(MANY).read_text().split("From x@")[1:]
-    for position, part in enumerate(parts):
-        path = case.place.directory / "part.mbox"
-        path.write_text("".join("From x@" + mail for mail in box[position::len(parts)]))
-        case.place.run("velmoractl", "store", "deliver", "--archive", part.removeprefix("/Archive/"), path)
+    deliver_tree(case)
+    case.make_archive(THERE)
+    source, target = HERE, THERE
     move = ["velmoractl", "move", "--merge", "--delete-archives", "--yes"]
-    longest = case.duration(*move, f"{HERE}/Baum", THERE)
-    killed, source, target = 0, THERE, HERE
-    for number, moment in enumerate(moments(case, case.times, longest)):
-        killed += case.kill(moment, *move, f"{source}/Baum", target)
-        case.sound(f"kill {number} at {moment:.3f} s")
-        both = [part.replace(HERE, top) for part in parts for top in (HERE, THERE)]
-        case.each_once(MANY, both, f"kill {number} at {moment:.3f} s")
-        listed = json.loads(case.place.run("velmoractl", "store", "list", "--json"))
-        if not any(row["path"] == f"{source}/Baum" for row in listed):
+    longest = case.duration(*move, f"{source}/Baum", target)
+
+    def command():
+        nonlocal source, target
+        if f"{source}/Baum" not in case.archives():
             source, target = target, source
-    case.place.run(*move, f"{source}/Baum", target)
-    case.each_once(MANY, [part.replace(HERE, target) for part in parts], "the last run")
-    print(f"    {killed} of {case.times} killed")
+        return [*move, f"{source}/Baum", target]
+
+    for after in case.kills(longest, command):
+        case.sound(after)
+        case.each_once(MANY, in_tree(HERE) + in_tree(THERE), after)
+    if f"{source}/Baum" in case.archives():
+        case.place.run(*move, f"{source}/Baum", target)
+    case.whole(range(MANY), in_tree(target), "the last run")
+
+
+# --- Copied. ---
+
+def copied(case, copy, sources, targets):
+    """After each kill the source is as it was and the target holds whole messages; emptied, it takes them all."""
+    def empty():
+        there = case.archives()
+        case.place.run("velmoractl", "delete", "--messages", "--yes", *(target for target in targets if target in there))
+
+    longest = case.duration(*copy)
+
+    def command():
+        empty()
+        return copy
+
+    for after in case.kills(longest, command):
+        case.sound(after)
+        case.whole(range(MANY), sources, after)
+        there = case.archives()
+        found = case.sources(*(target for target in targets if target in there))
+        case.expect(set(found) <= set(map(kills.mail, range(MANY))), f"{after}: messages that are not whole")
+        case.expect(all(times == 1 for times in found.values()), f"{after}: messages that stand twice")
+    empty()
+    case.place.run(*copy)
+    case.whole(range(MANY), sources, "the last run")
+    case.whole(range(MANY), targets, "the last run")
+
+
+def test_messages_are_copied(case):
+    case.deliver(HERE, range(MANY))
+    case.make_archive(THERE)
+    copied(case, ["velmoractl", "copy", "--messages", HERE, THERE], [HERE], [THERE])
+
+
+def test_a_tree_is_copied(case):
+    deliver_tree(case)
+    case.make_archive(f"{THERE}/Baum")
+    copied(case, ["velmoractl", "copy", "--merge", f"{HERE}/Baum", THERE], in_tree(HERE), in_tree(THERE))
+
+
+# --- Deleted: what is gone is gone, what is left is whole. ---
+
+def refilled(case):
+    """Fills the store again as it is now, on each call of what it answers."""
+    kept = case.store.with_name("store-kept")
+    shutil.copytree(case.store, kept)
+
+    def refill():
+        shutil.rmtree(case.store)
+        shutil.copytree(kept, case.store)
+
+    return refill
 
 
 def test_messages_are_deleted(case):
-    """What is gone is gone, what is left is whole."""
-    kept = pathlib.Path(case.place.environment["VELMORA_STORE"] + "-kept")
-    case.deliver(HERE, MANY)
-    store = pathlib.Path(case.place.environment["VELMORA_STORE"])
-    shutil.copytree(store, kept)
-    longest = case.duration("velmoractl", "delete", "--yes", HERE)
-    killed = 0
-    for number, moment in enumerate(moments(case, case.times, longest)):
+    case.deliver(HERE, range(MANY))
+    refill = refilled(case)
+    delete = ["velmoractl", "delete", "--yes", HERE]
+    longest = case.duration(*delete)
+
+    def command():
         if not case.subjects(HERE):
-            shutil.rmtree(store)
-            shutil.copytree(kept, store)
-        killed += case.kill(moment, "velmoractl", "delete", "--yes", HERE)
-        case.sound(f"kill {number} at {moment:.3f} s")
-        twice = [subject for subject, times in case.subjects(HERE).items() if times > 1]
-        case.expect(not twice, f"kill {number}: twice {twice[:20]}")
-    if case.subjects(HERE):
-        case.place.run("velmoractl", "delete", "--yes", HERE)
+            refill()
+        return delete
+
+    for after in case.kills(longest, command):
+        case.sound(after)
+        found, all_of_them = case.sources(HERE), set(map(kills.mail, range(MANY)))
+        case.expect(set(found) <= all_of_them and found.total() == len(found), f"{after}: not whole, or twice")
+    case.place.run(*delete)
     case.expect(not case.subjects(HERE), "the last run")
-    print(f"    {killed} of {case.times} killed")
+    case.sound("the last run")
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--bin", type=pathlib.Path, required=True, help="where the programs lie")
-    parser.add_argument("--times", type=int, default=6, help="kills per case")
-    parser.add_argument("--seed", type=int, default=1, help="of the moments")
-    parser.add_argument("--only", default="", help="the cases whose name holds this")
-    options = parser.parse_args()
+def test_a_tree_is_erased(case):
+    """Where directories are deleted as such, the archives half gone are damaged, but only they; the next run ends it."""
+    deliver_tree(case)
+    case.deliver(THERE, range(MANY))
+    refill = refilled(case)
+    erase = ["velmoractl", "delete", "--delete-archives", "--physical", "--yes", f"{HERE}/Baum"]
+    longest = case.duration(*erase)
+    doomed = "\\".join(["HIER", "BAUM"])
 
-    def make_case(place, name):
-        case = Case(place, name)
-        case.times, case.random = options.times, random.Random(options.seed)
-        return case
+    def command():
+        refill()
+        return erase
 
-    with tempfile.TemporaryDirectory() as directory:
-        place = workplace.Workplace(pathlib.Path(directory).resolve(), options.bin.resolve(), [])
-        problems = workplace.run_cases(place, make_case, dict(globals()), options.only)
-    sys.exit(1 if problems else 0)
+    for after in case.kills(longest, command):
+        elsewhere = [line for line in case.damage() if doomed not in line]
+        case.expect(not elsewhere, f"{after}: damage elsewhere: {elsewhere[:10]}")
+        case.whole(range(MANY), [THERE], after)
+        if f"{HERE}/Baum" in case.archives():
+            case.place.run(*erase)
+        case.expect(f"{HERE}/Baum" not in case.archives(), f"{after}: erased again, the tree stands")
+        case.sound(f"{after} and the next run")
 
 
-main()
+# --- Lists of archives. ---
+
+def test_archives_are_made_and_deleted(case):
+    """Each of these archives is a rewrite of a list: the old or the new one stands."""
+    names = [f"/{number}" for number in range(12)]
+    case.make_archive(f"{HERE}/Baum")
+    for name in names:
+        case.make_archive(f"{HERE}/Baum{name}")
+    for name in names[1:]:
+        case.place.run("velmoractl", "copy", "--only-archives", f"{HERE}/Baum/0", f"{HERE}/Baum{name}")
+    case.place.run("velmoractl", "copy", "--only-archives", *(f"{HERE}/Baum{name}" for name in names[1:]), f"{HERE}/Baum/0")
+    case.make_archive(THERE)
+    make = ["velmoractl", "copy", "--only-archives", "--merge", f"{HERE}/Baum", THERE]
+    delete = ["velmoractl", "delete", "--delete-archives", "--yes", f"{THERE}/Baum"]
+    longest = max(case.duration(*make), case.duration(*delete))
+    below = {path.removeprefix(HERE) for path in case.archives() if path.startswith(f"{HERE}/Baum")}
+    case.expect(len(below) > 30, f"{len(below)} archives")
+    makes = True
+
+    def there():
+        return {path.removeprefix(THERE) for path in case.archives() if path.startswith(f"{THERE}/Baum")}
+
+    def command():
+        nonlocal makes
+        makes = there() != below if makes else not there()
+        return make if makes else delete
+
+    for after in case.kills(longest, command):
+        case.sound(after)
+        case.expect(there() <= below, f"{after}: {there() - below}")
+        case.expect({path.removeprefix(HERE) for path in case.archives() if path.startswith(f"{HERE}/Baum")} == below, f"{after}: the source")
+    case.place.run(*make)
+    case.expect(there() == below, f"the last run: {below - there()}")
+    case.place.run(*delete)
+    case.expect(not there(), f"the last deletion: {there()}")
+    case.sound("the last deletion")
+
+
+def test_a_tree_is_repaired(case):
+    """Doubled entries go list by list; no archive loses its last one."""
+    record = 430
+    deliver_tree(case)
+    wanted = set(case.archives())
+    lists = [path for path in case.store.rglob("archive.dir") if path.stat().st_size > 0]
+    for path in lists:
+        path.write_bytes(path.read_bytes() * 20)
+    refill = refilled(case)
+    repair = ["velmoractl", "tree", "repair", "--yes"]
+    longest = case.duration(*repair)
+
+    def command():
+        refill()
+        return repair
+
+    for after in case.kills(longest, command):
+        other = [line for line in case.damage() if "ist doppelt" not in line]
+        case.expect(not other, f"{after}: {other[:10]}")
+        case.expect(all(path.stat().st_size % record == 0 for path in lists), f"{after}: torn lists")
+        case.expect(set(case.archives()) == wanted, f"{after}: other archives")
+        case.place.run(*repair)
+        case.expect(set(case.archives()) == wanted, f"{after}: other archives after the next run")
+        case.sound(f"{after} and the next run")
+    case.whole(range(MANY), in_tree(HERE), "the last run")
+
+
+def test_a_store_is_made(case):
+    init = ["velmoractl", "store", "init", case.store, "--server", "PRUEFUNG"]
+    wanted = set(case.archives())
+
+    def clear():
+        shutil.rmtree(case.store)
+        return init
+
+    clear()
+    longest = case.duration(*init)
+    for after in case.kills(longest, clear):
+        case.kill(60, *init)  # refused where the first run had come to its end
+        case.expect(set(case.archives()) == wanted, f"{after}: other archives")
+        case.sound(f"{after} and the next run")
+
+
+if __name__ == "__main__":
+    kills.run(__doc__, dict(globals()))
