@@ -13,8 +13,7 @@
 
 namespace {
 
-// The help is for whoever typed the line: it stands where he typed it.
-bool IsForConsole(const std::string& commandLine) {
+bool AsksForHelp(const std::string& commandLine) {
   return velmora::startup::DecodeStartOption(commandLine) == velmora::startup::LineOption::Help;
 }
 
@@ -24,11 +23,13 @@ int main(int argumentCount, char** arguments) {
   using namespace velmora;
   const std::string commandLine = startup::JoinArguments(argumentCount, arguments);
   run::SilentFrontEnd silent;
-  run::ConsoleFrontEnd console(platform::SystemClock(), stdin, stderr,
-                               run::ConsoleFrontEnd::IsTerminal(stdin, stderr));
+  const bool isTerminal = run::ConsoleFrontEnd::IsTerminal(stdin, stderr);
+  run::ConsoleFrontEnd console(platform::SystemClock(), stdin, stderr, isTerminal);
   const bool isUnattended = startup::IsUnattended(commandLine);
   std::unique_ptr<WindowProgram> window;
-  if (!isUnattended && !IsForConsole(commandLine)) {
+  // Who asks for help at a terminal reads it there.
+  const bool isForConsole = isTerminal && AsksForHelp(commandLine);
+  if (!isUnattended && !isForConsole) {
     window = MakeWindowProgram(argumentCount, arguments);
   }
   const run::FrontEnd frontEnd = isUnattended ? silent.Set() : window ? window->Set() : console.Set();

@@ -92,7 +92,11 @@ int SwitchIntegration(Context& context, bool on) {
 void TakePath(Context& context, std::string_view line) {
   ProcessFields& process = context.process;
   process.StartArgKind = start_arg::Path;
-  process.StartPathArg = context.fileSystem.FromUserPath(Trim(line));
+  const std::string_view typed = Trim(line);
+  process.StartPathArg = context.fileSystem.FromUserPath(typed);
+  if (typed.ends_with('/')) {
+    process.StartPathArg = AddBackslash(process.StartPathArg);  // what is named is a directory
+  }
   if (!process.StartPathArg.empty()) {
     process.StartMode = start_mode::Path;
   }

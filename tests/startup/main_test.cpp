@@ -121,6 +121,14 @@ TEST_F(MainTest, MigrateWithMoreTextIsAnOrdinaryLine) {
   EXPECT_EQ(context().process.StartPathArg, "-migrate now");
 }
 
+TEST_F(MainTest, APathThatEndsInASlashNamesTheDirectoryItself) {
+  const std::string named = directory.HostPath("state");
+  RunMain(named + "/");
+  EXPECT_EQ(context().process.StartPathArg, context().fileSystem.FromHostPath(named) + "\\");
+  RunMain(named);
+  EXPECT_EQ(context().process.StartPathArg, context().fileSystem.FromHostPath(named));
+}
+
 TEST_F(MainTest, AFailedSignOnEndsTheStart) {
   login = "nobody";
   EXPECT_EQ(RunMain(""), exit_status::NothingRan);
