@@ -2,11 +2,13 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <optional>
+#include <vector>
 
 #include "base/text.h"
 #include "platform/attributes.h"
@@ -20,6 +22,40 @@ namespace {
 
 constexpr mode_t PermissionBits = 07777;
 constexpr int MaxTemporaryNames = 100;
+constexpr std::string_view TemporaryPrefix = ".velmora-";
+constexpr std::string_view TemporarySuffix = ".tmp";
+
+// Whoever writes a temporary file holds its lock, so that one without was left by a process that was killed.
+// Where a file system has no such locks, no file counts as left.
+enum class Held { ByUs, ByOthers, Unknown };
+Held TryHold(int file) {
+  if (flock(file, LOCK_EX | LOCK_NB) == 0) return Held::ByUs;
+  return errno == EWOULDBLOCK ? Held::ByOthers : Held::Unknown;
+}
+
+bool IsLinked(int file) {
+  struct stat status {};
+  return fstat(file, &status) != 0 || status.st_nlink > 0;
+}
+
+// Removes the temporary files of processes that were killed.
+void RemoveAbandoned(DirectoryIndex& index) {
+  const std::string prefix = FoldCase(TemporaryPrefix);
+  std::vector<std::string> abandoned;
+  for (auto name = index.All().lower_bound(prefix);
+       name != index.All().end() && name->first.starts_with(prefix); ++name) {
+    if (name->first.ends_with(TemporarySuffix)) abandoned.push_back(name->second.HostName);
+  }
+  for (const std::string& name : abandoned) {
+    const Descriptor file(
+        openat(index.Get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status {};
+    const bool isFile = file && fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode);
+    if (isFile && TryHold(file.Get()) == Held::ByUs && unlinkat(index.Get(), name.c_str(), 0) == 0) {
+      index.NoteRemoved(name);
+    }
+  }
+}
 
 // A new file of a name that nobody uses, or of one kept for such work, removed again unless it was renamed.
 class BesideFile {
@@ -39,9 +75,13 @@ class BesideFile {
       return TryName(workName, mode);
     }
     for (int attempt = 0; attempt < MaxTemporaryNames; ++attempt) {
-      const std::string name =
-          ".velmora-" + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
-      if (const int error = TryName(name, mode); error != EEXIST) return error;
+      const std::string name = std::string(TemporaryPrefix) + std::to_string(getpid()) + "-" +
+                               std::to_string(attempt) + std::string(TemporarySuffix);
+      const int error = TryName(name, mode);
+      if (error != 0 && error != EEXIST) return error;
+      // Between its creation and the lock it may have passed for one that was left.
+      if (error == 0 && TryHold(file_.Get()) != Held::ByOthers && IsLinked(file_.Get())) return 0;
+      file_ = Descriptor();
     }
     return EEXIST;
   }
@@ -130,6 +170,7 @@ Status HostFiles::ReplaceFile(std::string_view path, std::string_view bytes, con
   if (!place) return Fail(place.error());
   Folder& folder = *place->In;
   (void)folder.Index.Refresh(DirectoryIndex::Trust::LookUp);  // unreadable: exact names only
+  RemoveAbandoned(folder.Index);
   struct stat old {};
   const std::string found = folders_.FindName(*place, &old);
   const bool isExclusive = options.Mode == Create::Exclusive;

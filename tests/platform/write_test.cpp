@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -11,6 +12,7 @@
 #include <fstream>
 
 #include "platform/clock.h"
+#include "platform/descriptor.h"
 #include "platform/file_system_fixture.h"
 
 namespace velmora::platform {
@@ -279,6 +281,40 @@ TEST_F(WriteTest, TheWorkFileOfAKilledProcessIsUsedAndGone) {
     EXPECT_FALSE(files_->FileExists(P(work)));
     EXPECT_EQ(files_->UniqueFileName(dir_.Path(), work), work);
   }
+  EXPECT_EQ(Names("*"), Strings{"list"});
+}
+
+TEST_F(WriteTest, TemporaryFilesOfKilledProcessesGoWithTheNextReplacement) {
+  dir_.WriteHostFile(".velmora-4711-0.tmp", "left by a process that was killed");
+  dir_.WriteHostFile(".velmora-4712-0.tmp", "being written");
+  dir_.WriteHostFile(".velmora-notes", "a user's");
+  fs::create_symlink(".velmora-notes", H(".velmora-4713-0.tmp"));
+  const Descriptor writer(open(H(".velmora-4712-0.tmp").c_str(), O_WRONLY));
+  ASSERT_EQ(flock(writer.Get(), LOCK_EX | LOCK_NB), 0);
+  ASSERT_EQ(ErrorOf(files_->ReplaceFile(P("list"), "new")), 0);
+  EXPECT_EQ(Names("*"), (Strings{".velmora-4712-0.tmp", ".velmora-4713-0.tmp", ".velmora-notes", "list"}));
+}
+
+// The lock tells that the writer lives: a process that dies in its middle leaves a file without one.
+TEST_F(WriteTest, AProcessKilledWhileItReplacesLeavesNothingForLong) {
+  const std::string huge(std::size_t{64} << 20, 'x');
+  std::size_t left = 0;
+  for (int attempt = 0; attempt < 50 && left == 0; ++attempt) {
+    const pid_t child = fork();
+    if (child == 0) {
+      (void)MakeHostFileSystem({})->ReplaceFile(P("list"), huge);
+      _exit(0);
+    }
+    // Killed as soon as its temporary file shows, the time of writing 64 MB before it is renamed.
+    const std::string temporary = H(".velmora-" + std::to_string(child) + "-0.tmp");
+    while (!fs::exists(temporary) && waitpid(child, nullptr, WNOHANG) == 0) {
+    }
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    left = Names(".velmora-*").size();
+  }
+  ASSERT_EQ(left, 1u);
+  ASSERT_EQ(ErrorOf(files_->ReplaceFile(P("list"), "new")), 0);
   EXPECT_EQ(Names("*"), Strings{"list"});
 }
 
