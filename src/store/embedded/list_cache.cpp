@@ -246,6 +246,8 @@ void ListCache::Accept(std::string_view directory, Entry& entry, std::string con
   else if (entry.List.use_count() > 1)
     entry.List = std::make_shared<ArchiveList>(*entry.List);
 
+  // What was set aside for reading or composing it is many times a short list, and it stays for a session.
+  content.shrink_to_fit();
   const std::vector<std::size_t> fresh = entry.List->Assign(std::move(content));
   const std::string parentPrefix = AddBackslash(DirectoryKey(directory));
   const std::vector<ListedRecord>& records = entry.List->Records();

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "store/archive_record.h"
 #include "store/embedded/directory_names.h"
+#include "store/embedded/list_cache.h"
 #include "store/errors.h"
 #include "tree_fixture.h"
 
@@ -321,6 +322,20 @@ TEST_F(TreeTest, NewDirectoriesAreOpenToWhomTheParentIsOpen) {
   std::filesystem::permissions(Temp.HostPath("ARCHIVE"), std::filesystem::perms::owner_all);
   Make(Root, "Geheim");
   EXPECT_EQ(modeOf("ARCHIVE/GEHEIM"), std::filesystem::perms::none);
+}
+
+// A session that has walked a tree of 100,000 archives keeps as many lists.
+TEST_F(TreeTest, ListInMemoryTakesNoMoreRoomThanItsBytes) {
+  Make(Root, "Post");
+  ListCache lists(*Files);
+  const auto read = lists.Get(Root);
+  ASSERT_TRUE(read);
+  EXPECT_EQ((*read)->Content().size(), DirRecord::Size);
+  EXPECT_LE((*read)->Content().capacity(), 2 * DirRecord::Size);
+  std::string composed = (*read)->Content() + (*read)->Content();
+  composed.reserve(100 * DirRecord::Size);
+  ASSERT_TRUE(lists.Put(Root, std::move(composed)));
+  EXPECT_LE((*lists.Get(Root))->Content().capacity(), 3 * DirRecord::Size);
 }
 
 }  // namespace
