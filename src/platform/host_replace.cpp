@@ -12,6 +12,7 @@
 
 #include "base/text.h"
 #include "platform/attributes.h"
+#include "platform/disk_sync.h"
 #include "platform/exclusive_rename.h"
 #include "platform/file_bytes.h"
 #include "platform/file_errors.h"
@@ -210,15 +211,8 @@ Status HostFiles::ReplaceFile(std::string_view path, std::string_view bytes, con
 
 Status HostFiles::SyncWritten() {
   // One call brings all of a disk's changes to it, however many files they lie in.
-  for (const auto& [device, path] : written_) {
-    const Descriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    struct stat status {};
-    const bool isThere = folder && fstat(folder.Get(), &status) == 0 && status.st_dev == device;
-    if (!isThere) {
-      sync();  // the folder that led to the disk is gone
-    } else if (syncfs(folder.Get()) != 0) {
-      return FailWithErrno(errno);
-    }
+  for (const auto& [disk, folder] : written_) {
+    if (const int error = SyncDisk(folder, disk); error != 0) return FailWithErrno(error);
   }
   written_.clear();
   return {};

@@ -13,6 +13,7 @@
 
 #include "platform/clock.h"
 #include "platform/descriptor.h"
+#include "platform/disk_sync.h"
 #include "platform/file_system_fixture.h"
 
 namespace velmora::platform {
@@ -338,6 +339,20 @@ TEST_F(WriteTest, SyncCoversEveryDiskWrittenTo) {
   ASSERT_EQ(ErrorOf(files_->WriteFile(P("sub\\b"), "1")), 0);
   ASSERT_EQ(ErrorOf(files_->DeleteFolder(P("sub"), false)), 0);
   EXPECT_EQ(ErrorOf(files_->SyncWritten()), 0);  // though the folder that was written to is gone
+}
+
+// Who deletes a tree syncs after each folder; a sync of the whole machine instead waits for all that other
+// programs write to other disks.
+TEST_F(WriteTest, DiskOfAVanishedFolderIsFoundThroughTheFoldersAroundIt) {
+  struct stat here {
+  }, found{};
+  ASSERT_EQ(stat(H("").c_str(), &here), 0);
+  const Descriptor around = OpenOnDisk(H("gone/deeper"), here.st_dev);
+  ASSERT_TRUE(around);
+  ASSERT_EQ(fstat(around.Get(), &found), 0);
+  EXPECT_EQ(found.st_dev, here.st_dev);
+  EXPECT_FALSE(OpenOnDisk(H("gone"), here.st_dev + 4096)) << "no folder on the way up lies on that disk";
+  EXPECT_FALSE(OpenOnDisk("", here.st_dev));
 }
 
 TEST_F(WriteTest, EveryErrorNumberHasOneGermanText) {
