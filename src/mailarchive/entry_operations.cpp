@@ -187,7 +187,7 @@ void ShowFile(run::FrontEnd& frontEnd, FileSystem& fileSystem, const std::string
     return;
   }
   frontEnd.viewers.ShowText(title, FromCodePage(*bytes),
-                            {{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}});
+                            {{{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}}, {}});
 }
 
 }  // namespace

@@ -231,8 +231,7 @@ void ConsoleFrontEnd::ShowWait(std::string_view text) {
 }
 void ConsoleFrontEnd::EndWait() {}
 
-void ConsoleFrontEnd::ShowText(std::string_view title, std::string_view text,
-                               const std::vector<FileFilter>&) {
+void ConsoleFrontEnd::ShowText(std::string_view title, std::string_view text, const TextUses&) {
   Message(title, text, Icon::None);
 }
 void ConsoleFrontEnd::OpenDocument(std::string_view path) {

@@ -51,8 +51,7 @@ class ConsoleFrontEnd final : Prompts, Choosers, Progress, StatusDisplay, Viewer
   void ShowWait(std::string_view text) override;
   void EndWait() override;
 
-  void ShowText(std::string_view title, std::string_view text,
-                const std::vector<FileFilter>& saveFilters) override;
+  void ShowText(std::string_view title, std::string_view text, const TextUses& uses) override;
   void OpenDocument(std::string_view path) override;
 
   void Write(std::string_view text);

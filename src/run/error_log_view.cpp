@@ -1,7 +1,5 @@
 #include "run/error_log_view.h"
 
-#include <vector>
-
 #include "base/code_page.h"
 
 namespace velmora::run {
@@ -9,12 +7,27 @@ namespace {
 
 constexpr std::string_view LogTitle = "Fehlerprotokoll";
 
+bool AskAndDeleteLog(Run& run) {
+  const Answer answer = run.frontEnd().prompts.Question(
+      "Protokoll löschen", "Fehlerprotokoll wirklich löschen ?", Buttons::YesNo, Answer::No);
+  if (answer != Answer::Yes) {
+    return false;
+  }
+  run.DeleteErrorLog();
+  if (run.ErrorLogExists()) {
+    run.frontEnd().prompts.Message(LogTitle, "Das Fehlerprotokoll kann nicht gelöscht werden.", Icon::Stop);
+    return false;
+  }
+  return true;
+}
+
 void ShowLogOrReason(Run& run) {
   const Result<std::string> bytes = run.fileSystem().ReadFile(run.ErrorLogPath());
   if (bytes) {
-    const std::vector<FileFilter> saveFilters = {{"Textdatei (*.txt)", "*.txt"},
-                                                 {"Alle Dateien (*.*)", "*.*"}};
-    run.frontEnd().viewers.ShowText(LogTitle, FromCodePage(*bytes), saveFilters);
+    TextUses uses;
+    uses.SaveFilters = {{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}};
+    uses.Delete = [&run] { return AskAndDeleteLog(run); };
+    run.frontEnd().viewers.ShowText(LogTitle, FromCodePage(*bytes), uses);
   } else if (run.ErrorLogExists()) {
     run.frontEnd().prompts.Message(LogTitle, bytes.error().Text, Icon::Exclamation);
   } else {

@@ -8,7 +8,7 @@ namespace velmora::run {
 // Whether `tbrErrLog` is enabled: if and only if the log exists. Asked at start and whenever the log has been
 // viewed or deleted.
 bool ErrLogButtonEnabled(Run& run);
-// Shows the log in the text viewer, or a box when there is none.
+// Shows the log in the text viewer, where it can be saved and deleted, or a box when there is none.
 void ViewErrorLog(Run& run);
 
 }  // namespace velmora::run

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -62,11 +63,16 @@ class StatusDisplay {
   virtual void EndWait() = 0;
 };
 
+// What a shown text can be used for. What is empty is not offered.
+struct TextUses {
+  std::vector<FileFilter> SaveFilters;
+  std::function<bool()> Delete;  // asks, and deletes what the text comes from; true: it is gone
+};
+
 class Viewers {
  public:
   virtual ~Viewers() = default;
-  virtual void ShowText(std::string_view title, std::string_view text,
-                        const std::vector<FileFilter>& saveFilters) = 0;
+  virtual void ShowText(std::string_view title, std::string_view text, const TextUses& uses) = 0;
   virtual void OpenDocument(std::string_view path) = 0;
 };
 

@@ -33,7 +33,7 @@ void SilentFrontEnd::SetStatusText(std::string_view) {}
 void SilentFrontEnd::ShowWait(std::string_view) {}
 void SilentFrontEnd::EndWait() {}
 
-void SilentFrontEnd::ShowText(std::string_view, std::string_view, const std::vector<FileFilter>&) {}
+void SilentFrontEnd::ShowText(std::string_view, std::string_view, const TextUses&) {}
 void SilentFrontEnd::OpenDocument(std::string_view) {}
 
 }  // namespace velmora::run

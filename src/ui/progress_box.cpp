@@ -50,6 +50,7 @@ ProgressBox::ProgressBox(const QString& title, QWidget* parent)
   setModal(true);
   progBar_->setObjectName("ProgBar");
   progBar_->setAccessibleName("Fortschritt");
+  progBar_->setTextVisible(false);  // the line below tells the share
   cancel_->setObjectName("CancelButton");
   auto* const layout = new QGridLayout(this);
   layout->addWidget(arcStr_, 0, 0, 1, 2);

@@ -1,6 +1,5 @@
 #include "ui/prompts.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -95,6 +94,7 @@ void QtPrompts::Message(std::string_view title, std::string_view text, run::Icon
   Fill(box, title, text);
   box.setIcon(IconOfBox(icon));
   box.addButton("OK", QMessageBox::AcceptRole)->setObjectName("OkButton");
+  const AnswerCursor cursor;
   box.exec();
 }
 
@@ -112,6 +112,7 @@ Answer QtPrompts::Question(std::string_view title, std::string_view text, Button
     added.push_back(made);
   }
   box.setEscapeButton(added.back());
+  const AnswerCursor cursor;
   box.exec();
   for (std::size_t i = 0; i < added.size(); ++i) {
     if (box.clickedButton() == added[i]) return offered[i].Value;
@@ -135,6 +136,7 @@ std::optional<std::string> QtPrompts::InputLine(std::string_view title, std::str
   layout->addWidget(caption);
   layout->addWidget(input);
   layout->addWidget(MakeOkCancel(dialog));
+  const AnswerCursor cursor;
   if (dialog.exec() != QDialog::Accepted) {
     return std::nullopt;
   }

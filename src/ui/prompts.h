@@ -1,6 +1,7 @@
 // Message boxes, questions and the input line.
 #pragma once
 
+#include <QApplication>
 #include <QPushButton>
 #include <QWidget>
 
@@ -15,6 +16,22 @@ QWidget* BoxParent();
 // A box "OK" and "Abbrechen" whose names follow the program's dialogs (OkButton, CancelButton); accepts and
 // rejects the dialog.
 QDialogButtonBox* MakeOkCancel(QDialog& dialog);
+
+// While a box waits for its answer the pointer does not tell to wait.
+class AnswerCursor {
+ public:
+  AnswerCursor() {
+    if (changes_) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  }
+  AnswerCursor(const AnswerCursor&) = delete;
+  AnswerCursor& operator=(const AnswerCursor&) = delete;
+  ~AnswerCursor() {
+    if (changes_) QApplication::restoreOverrideCursor();
+  }
+
+ private:
+  bool changes_ = QApplication::overrideCursor() != nullptr;
+};
 
 class QtPrompts final : public run::Prompts {
  public:

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -21,6 +23,11 @@ namespace {
 constexpr std::size_t ShownTextBytes = std::size_t{32} << 20;
 constexpr std::string_view CutNotice = "\n\n[Der Text ist länger, als hier angezeigt werden kann.]";
 
+// What a name typed without an extension gets: "txt" of "Textdatei (*.txt)", nothing of "Alle Dateien (*)".
+QString SuffixOf(const QString& filter) {
+  return filter.section("(*.", 1, 1).section(')', 0, 0).section(' ', 0, 0);
+}
+
 }  // namespace
 
 // --- Choosers. ---
@@ -31,9 +38,18 @@ QString QtChoosers::HostPathOf(std::string_view path) const {
   return host ? ToQt(*host) : QString();
 }
 
+// Where a chooser begins that is given no place of its own: where the last file was chosen.
+QString QtChoosers::StartOf(std::string_view start) const {
+  const QString folder = lastFolder_.isEmpty()
+                             ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                             : lastFolder_;
+  if (start.find('\\') != std::string_view::npos) return HostPathOf(start);
+  return folder + "/" + ToQt(start);
+}
+
 std::optional<std::string> QtChoosers::ChooseFolder(std::string_view title, std::string_view start) {
   if (fileSystem_ == nullptr) return std::nullopt;
-  const QString chosen = QFileDialog::getExistingDirectory(BoxParent(), ToQt(title), HostPathOf(start));
+  const QString chosen = QFileDialog::getExistingDirectory(BoxParent(), ToQt(title), StartOf(start));
   if (chosen.isEmpty()) return std::nullopt;
   return fileSystem_->FromHostPath(FromQt(chosen));
 }
@@ -53,12 +69,17 @@ std::optional<std::string> QtChoosers::ChooseFile(std::string_view title, std::s
                                                   const std::vector<run::FileFilter>& filters,
                                                   bool forSaving) {
   if (fileSystem_ == nullptr) return std::nullopt;
-  const QString filter = ToQtFilters(filters);
-  const QString chosen =
-      forSaving ? QFileDialog::getSaveFileName(BoxParent(), ToQt(title), HostPathOf(start), filter)
-                : QFileDialog::getOpenFileName(BoxParent(), ToQt(title), HostPathOf(start), filter);
-  if (chosen.isEmpty()) return std::nullopt;
-  return fileSystem_->FromHostPath(FromQt(chosen));
+  const QFileInfo place(StartOf(start));
+  QFileDialog dialog(BoxParent(), ToQt(title), place.path(), ToQtFilters(filters));
+  dialog.setAcceptMode(forSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(forSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  if (!place.fileName().isEmpty()) dialog.selectFile(place.fileName());
+  const auto setSuffix = [&](const QString& filter) { dialog.setDefaultSuffix(SuffixOf(filter)); };
+  setSuffix(dialog.selectedNameFilter());
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, setSuffix);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  lastFolder_ = dialog.directory().absolutePath();
+  return fileSystem_->FromHostPath(FromQt(dialog.selectedFiles().first()));
 }
 
 std::optional<std::string> QtChoosers::ChooseArchive(std::string_view title, std::string_view startFullPath) {
@@ -108,8 +129,9 @@ void QtStatusDisplay::EndWait() {
 
 // --- Viewers. ---
 
-void QtViewers::SaveText(const std::string& text, const std::vector<run::FileFilter>& saveFilters) {
-  const std::optional<std::string> path = choosers_.ChooseFile("Speichern unter", "", saveFilters, true);
+void QtViewers::SaveText(const std::string& name, const std::string& text,
+                         const std::vector<run::FileFilter>& saveFilters) {
+  const std::optional<std::string> path = choosers_.ChooseFile("Speichern unter", name, saveFilters, true);
   if (!path) return;
   const Status saved = fileSystem_->ReplaceFile(*path, ToCodePage(WithCrLf(text)));
   if (!saved) {
@@ -117,16 +139,19 @@ void QtViewers::SaveText(const std::string& text, const std::vector<run::FileFil
   }
 }
 
-void QtViewers::ShowText(std::string_view title, std::string_view text,
-                         const std::vector<run::FileFilter>& saveFilters) {
+void QtViewers::ShowText(std::string_view title, std::string_view text, const run::TextUses& uses) {
   const bool isCut = text.size() > ShownTextBytes;
   QString shown = ToQt(text.substr(0, ShownTextBytes)).replace("\r\n", "\n");
   if (isCut) shown += ToQt(CutNotice);
-  TextViewer::Save save;
-  if (!saveFilters.empty() && fileSystem_ != nullptr) {
-    save = [this, whole = std::string(text), saveFilters] { SaveText(whole, saveFilters); };
+  TextViewer::Uses buttons;
+  buttons.Delete = uses.Delete;
+  if (!uses.SaveFilters.empty() && fileSystem_ != nullptr) {
+    buttons.Save = [this, name = std::string(title), whole = std::string(text), filters = uses.SaveFilters] {
+      SaveText(name, whole, filters);
+    };
   }
-  TextViewer viewer(ToQt(title), shown, save, BoxParent());
+  TextViewer viewer(ToQt(title), shown, buttons, BoxParent());
+  const AnswerCursor cursor;
   viewer.exec();
 }
 
@@ -195,10 +220,9 @@ class QtFrontEnd::Lazy final : run::Prompts, run::Choosers, run::Progress, run::
   void EndWait() override {
     if (QCoreApplication::instance() != nullptr) front_.status_.EndWait();
   }
-  void ShowText(std::string_view title, std::string_view text,
-                const std::vector<run::FileFilter>& saveFilters) override {
+  void ShowText(std::string_view title, std::string_view text, const run::TextUses& uses) override {
     ensure_();
-    front_.viewers_.ShowText(title, text, saveFilters);
+    front_.viewers_.ShowText(title, text, uses);
   }
   void OpenDocument(std::string_view path) override {
     ensure_();

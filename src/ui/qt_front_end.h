@@ -17,6 +17,7 @@ namespace velmora::ui {
 class QtChoosers final : public run::Choosers {
  public:
   // Before both are set, a chooser has nothing to offer and answers as if it had been cancelled.
+  // A file's `start` without a directory is the name to begin with.
   void SetFileSystem(platform::FileSystem* fileSystem) { fileSystem_ = fileSystem; }
   void SetSession(store::Session* session) { session_ = session; }
 
@@ -28,9 +29,11 @@ class QtChoosers final : public run::Choosers {
 
  private:
   QString HostPathOf(std::string_view path) const;
+  QString StartOf(std::string_view start) const;
 
   platform::FileSystem* fileSystem_ = nullptr;  // not owned
   store::Session* session_ = nullptr;           // not owned
+  QString lastFolder_;                          // of the last file chosen; empty before
 };
 
 class QtStatusDisplay final : public run::StatusDisplay {
@@ -52,12 +55,13 @@ class QtViewers final : public run::Viewers {
   QtViewers(QtPrompts& prompts, QtChoosers& choosers) : prompts_(prompts), choosers_(choosers) {}
   void SetFileSystem(platform::FileSystem* fileSystem) { fileSystem_ = fileSystem; }
 
-  void ShowText(std::string_view title, std::string_view text,
-                const std::vector<run::FileFilter>& saveFilters) override;
+  void ShowText(std::string_view title, std::string_view text, const run::TextUses& uses) override;
   void OpenDocument(std::string_view path) override;
 
  private:
-  void SaveText(const std::string& text, const std::vector<run::FileFilter>& saveFilters);
+  // `name`: what the file is called unless another name is typed.
+  void SaveText(const std::string& name, const std::string& text,
+                const std::vector<run::FileFilter>& saveFilters);
 
   QtPrompts& prompts_;
   QtChoosers& choosers_;

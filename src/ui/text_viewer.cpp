@@ -17,7 +17,7 @@ constexpr QSize ViewerSize(820, 560);
 
 }  // namespace
 
-TextViewer::TextViewer(const QString& title, const QString& text, Save save, QWidget* parent)
+TextViewer::TextViewer(const QString& title, const QString& text, const Uses& uses, QWidget* parent)
     : QDialog(parent), text_(new QPlainTextEdit), find_(new QLineEdit), notFound_(new QLabel) {
   setObjectName("TextViewer");
   setWindowTitle(title);
@@ -37,30 +37,25 @@ TextViewer::TextViewer(const QString& title, const QString& text, Save save, QWi
   find_->setAccessibleName("Suchen");
   find_->setClearButtonEnabled(true);
   caption->setBuddy(find_);
-  auto* const next = new QPushButton("&Weitersuchen");
-  next->setObjectName("FindButton");
-  next->setAutoDefault(false);
-  next->setToolTip("Nächste Fundstelle [F3], vorherige [Umschalt+F3]");
-  notFound_->setObjectName("L_NotFound");
-  auto* const close = new QPushButton("S&chließen");
-  close->setObjectName("CancelButton");
-  close->setAutoDefault(false);
-
   auto* const row = new QHBoxLayout;
   row->addWidget(caption);
   row->addWidget(find_, 1);
-  row->addWidget(next);
+  QPushButton* const next = AddButton(*row, "FindButton", "&Weitersuchen");
+  next->setToolTip("Nächste Fundstelle [F3], vorherige [Umschalt+F3]");
+  notFound_->setObjectName("L_NotFound");
   row->addWidget(notFound_);
   row->addStretch(1);
-  if (save) {
-    auto* const button = new QPushButton("S&peichern unter ...");
-    button->setObjectName("SaveButton");
-    button->setAutoDefault(false);
-    row->addWidget(button);
-    connect(button, &QPushButton::clicked, this, save);
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, save);
+  if (uses.Delete) {
+    connect(AddButton(*row, "DeleteButton", "&Löschen"), &QPushButton::clicked, this,
+            [this, remove = uses.Delete] {
+              if (remove()) close();
+            });
   }
-  row->addWidget(close);
+  if (uses.Save) {
+    connect(AddButton(*row, "SaveButton", "S&peichern unter ..."), &QPushButton::clicked, this, uses.Save);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, uses.Save);
+  }
+  QPushButton* const close = AddButton(*row, "CancelButton", "S&chließen");
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(text_, 1);
   layout->addLayout(row);
@@ -73,6 +68,14 @@ TextViewer::TextViewer(const QString& title, const QString& text, Save save, QWi
     find_->selectAll();
   });
   text_->setFocus();
+}
+
+QPushButton* TextViewer::AddButton(QHBoxLayout& row, const char* name, const QString& caption) {
+  auto* const button = new QPushButton(caption);
+  button->setObjectName(name);
+  button->setAutoDefault(false);  // Enter finds
+  row.addWidget(button);
+  return button;
 }
 
 bool TextViewer::Find(bool forward) {

@@ -123,6 +123,21 @@ TEST_F(ErrorLogTest, ViewingShowsTheWholeLog) {
   EXPECT_EQ(front_.WaitsEnded, 1);
 }
 
+TEST_F(ErrorLogTest, TheViewedLogIsDeletedAfterAQuestionWhoseDefaultIsNo) {
+  run_.LogError("a", std::int64_t{1}, "b", Severity::Error);
+  front_.DeletesViewedText = true;
+  ViewErrorLog(run_);
+  ASSERT_EQ(front_.Boxes.size(), 1U);
+  EXPECT_EQ(front_.Boxes[0],
+            (test::ScriptedFrontEnd::Box{"Protokoll löschen", "Fehlerprotokoll wirklich löschen ?", true}));
+  EXPECT_FALSE(front_.ViewedTextDeleted);
+  EXPECT_TRUE(run_.ErrorLogExists());
+  front_.Answers = {Answer::Yes};
+  ViewErrorLog(run_);
+  EXPECT_TRUE(front_.ViewedTextDeleted);
+  EXPECT_FALSE(run_.ErrorLogExists());
+}
+
 TEST_F(ErrorLogTest, ViewingAMissingLogTellsSo) {
   ViewErrorLog(run_);
   ASSERT_EQ(front_.Boxes.size(), 1U);

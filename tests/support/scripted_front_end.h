@@ -26,6 +26,7 @@ class ScriptedFrontEnd final : run::Prompts, run::Choosers, run::Progress, run::
   // --- The script. ---
   std::deque<run::Answer> Answers;
   std::deque<std::optional<std::string>> Inputs;  // also of the choosers
+  bool DeletesViewedText = false;                 // where a viewed text can be deleted
   int CancelAtPump = 0;                           // the pump, counted from 1, that asks to cancel; 0 never
 
   // --- What was shown. ---
@@ -33,6 +34,7 @@ class ScriptedFrontEnd final : run::Prompts, run::Choosers, run::Progress, run::
   std::vector<std::string> ArchiveTexts, ItemTexts, StatusTexts, Waits, Documents;
   std::vector<std::string> ProgressTitles;
   std::vector<Box> ViewedTexts;
+  bool ViewedTextDeleted = false;
   int Pumps = 0;
   int ProgressClosed = 0;
   int WaitsEnded = 0;
@@ -75,8 +77,9 @@ class ScriptedFrontEnd final : run::Prompts, run::Choosers, run::Progress, run::
   void ShowWait(std::string_view text) override { Waits.emplace_back(text); }
   void EndWait() override { ++WaitsEnded; }
 
-  void ShowText(std::string_view title, std::string_view text, const std::vector<run::FileFilter>&) override {
+  void ShowText(std::string_view title, std::string_view text, const run::TextUses& uses) override {
     ViewedTexts.push_back({std::string(title), std::string(text), false});
+    if (DeletesViewedText && uses.Delete) ViewedTextDeleted = uses.Delete();
   }
   void OpenDocument(std::string_view path) override { Documents.emplace_back(path); }
 

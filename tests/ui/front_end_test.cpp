@@ -1,11 +1,14 @@
 // Boxes, choosers, progress box and viewers.
 
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 
+#include "base/paths.h"
+#include "support/temp_dir.h"
 #include "ui/qt_front_end.h"
 #include "ui/text_viewer.h"
 #include "ui_fixture.h"
@@ -166,6 +169,62 @@ TEST_F(FrontEndTest, ABoxOfWaitingMayGoWithTheWindowBelowIt) {
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
+TEST_F(FrontEndTest, ThePointerDoesNotTellToWaitOverABox) {
+  const run::FrontEnd front = frontEnd.Set();
+  front.status.ShowWait("");
+  DialogDriver viewer("TextViewer", [](QWidget& box) {
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+    box.close();
+  });
+  front.viewers.ShowText("Fehlerprotokoll", "Text", {});
+  EXPECT_TRUE(viewer.Done());
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  front.status.EndWait();
+}
+
+class FileChooserTest : public FrontEndTest {
+ protected:
+  FileChooserTest() { frontEnd.SetSession(files.get(), nullptr); }
+
+  std::optional<std::string> Choose(const std::string& start, const DialogDriver::Act& act) {
+    DialogDriver driver("QFileDialog", act);
+    const auto chosen = frontEnd.Set().choosers.ChooseFile(
+        "Speichern unter", start, {{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}}, true);
+    EXPECT_TRUE(driver.Done());
+    return chosen;
+  }
+  static void Take(QWidget& box, const QString& name) {
+    auto& input = Find<QLineEdit>(box, "fileNameEdit");
+    if (!name.isNull()) input.setText(name);
+    QTest::keyClick(&input, Qt::Key_Return);
+  }
+
+  test::TempDir directory;
+  std::unique_ptr<platform::FileSystem> files = platform::MakeHostFileSystem({});
+};
+
+TEST_F(FileChooserTest, ANameWithoutExtensionGetsThatOfItsFilter) {
+  const std::string folder = files->FromHostPath(directory.HostPath(""));
+  EXPECT_EQ(Choose(JoinPath(folder, "Protokoll"), [](QWidget& box) { Take(box, {}); }),
+            JoinPath(folder, "Protokoll.txt"));
+  EXPECT_EQ(Choose(JoinPath(folder, "Protokoll"), [](QWidget& box) { Take(box, "a.log"); }),
+            JoinPath(folder, "a.log"));
+  const auto chosen = Choose(JoinPath(folder, "Protokoll"), [](QWidget& box) {
+    auto& dialog = dynamic_cast<QFileDialog&>(box);
+    dialog.selectNameFilter("Alle Dateien (*)");
+    emit dialog.filterSelected("Alle Dateien (*)");
+    Take(box, "LIESMICH");
+  });
+  EXPECT_EQ(chosen, JoinPath(folder, "LIESMICH"));
+}
+
+TEST_F(FileChooserTest, ABareNameStandsWhereTheLastFileWasChosen) {
+  const std::string folder = files->FromHostPath(directory.HostPath(""));
+  EXPECT_TRUE(Choose(JoinPath(folder, "a.txt"), [](QWidget& box) { Take(box, {}); }).has_value());
+  EXPECT_EQ(Choose("Rechnung.pdf", [](QWidget& box) { Take(box, {}); }), JoinPath(folder, "Rechnung.pdf"));
+  EXPECT_EQ(Choose("Rechnung.pdf", [](QWidget& box) { box.close(); }), std::nullopt);
+}
+
 TEST(FiltersTest, AreWrittenAsTheToolkitReadsThem) {
   EXPECT_EQ(ToQtFilters({{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}}),
             "Textdatei (*.txt);;Alle Dateien (*)");
@@ -190,14 +249,25 @@ TEST(TextViewerTest, FindsForwardBackwardAndAround) {
   EXPECT_EQ(Find<QLabel>(viewer, "L_NotFound").text(), "Nicht gefunden");
 }
 
-TEST(TextViewerTest, OnlyATextThatMayBeSavedHasAButton) {
+TEST(TextViewerTest, OnlyATextThatMayBeSavedOrDeletedHasItsButton) {
   bool saved = false;
-  TextViewer with(
-      "Titel", "Text", [&] { saved = true; }, nullptr);
+  TextViewer with("Titel", "Text", {[&] { saved = true; }, {}}, nullptr);
   Press(with, "SaveButton");
   EXPECT_TRUE(saved);
   TextViewer without("Titel", "Text", {}, nullptr);
   EXPECT_EQ(without.findChild<QPushButton*>("SaveButton"), nullptr);
+  EXPECT_EQ(without.findChild<QPushButton*>("DeleteButton"), nullptr);
+}
+
+TEST(TextViewerTest, ClosesOnceItsTextIsDeleted) {
+  bool agrees = false;
+  TextViewer viewer("Titel", "Text", {{}, [&] { return agrees; }}, nullptr);
+  viewer.show();
+  Press(viewer, "DeleteButton");
+  EXPECT_TRUE(viewer.isVisible());
+  agrees = true;
+  Press(viewer, "DeleteButton");
+  EXPECT_FALSE(viewer.isVisible());
 }
 
 }  // namespace

@@ -107,7 +107,7 @@ constexpr DialogOf Dialogs[] = {{Action::Filter, "FilterForm"},
 
 class DialogUseTest : public WindowTest, public testing::WithParamInterface<DialogOf> {};
 
-TEST_P(DialogUseTest, HasNamesAndNoMnemonicTwice) {
+TEST_P(DialogUseTest, IsForEverybodyAndGoesWithEsc) {
   OnSession = [this] {
     context().session.LeftArchive = MakeArchiveWithMails("Viele", 1);
     context().process.CurrentPath = directory.Path("target") + "\\";
@@ -118,7 +118,9 @@ TEST_P(DialogUseTest, HasNamesAndNoMnemonicTwice) {
   DialogDriver driver(GetParam().Name, [](QWidget& dialog) {
     EXPECT_FALSE(dialog.windowTitle().isEmpty());
     ExpectUsableByAll(dialog);
-    static_cast<QDialog&>(dialog).reject();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+    dialog.close();
   });
   window->RunAction(GetParam().Opens);
   EXPECT_TRUE(driver.Done());
