@@ -6,8 +6,9 @@ target_compile_options(velmora_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow
 target_compile_options(velmora_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 target_include_directories(velmora_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(VELMORA_SANITIZE)
+  # Line numbers are all that a report needs of the debug data.
   target_compile_options(velmora_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                                                 -fno-omit-frame-pointer -O1)
+                                                 -fno-omit-frame-pointer -g1)
   # GCC loses track of std::variant between its own checks and reports members as unset that are never read.
   target_compile_options(velmora_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined)
@@ -23,6 +24,10 @@ function(velmora_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   add_library(velmora_${name} STATIC ${ARG_SOURCES})
   target_link_libraries(velmora_${name} PUBLIC velmora_flags ${ARG_LINK})
+  if(VELMORA_SANITIZE)
+    # The code of the tests stays as it is: to optimise it costs more than its runs.
+    target_compile_options(velmora_${name} PRIVATE -O1)
+  endif()
 endfunction()
 
 # velmora_test(NAME SOURCES ... LINK ...): the program test_NAME, each of its cases a CTest test.

@@ -1,7 +1,6 @@
 // What a user waits for before a pane: an archive of 100,000 messages listed, and sorted by a click on a
-// header. The messages have attachments and two recipients each.
+// header.
 #include <benchmark/benchmark.h>
-#include <fmt/core.h>
 #include <stdlib.h>
 
 #include <filesystem>
@@ -14,17 +13,14 @@
 #include "run/silent_front_end.h"
 #include "store/embedded/embedded_store.h"
 #include "store/embedded/store_setup.h"
+#include "support/filled_archive.h"
 
 namespace velmora::panes {
 namespace {
 
 namespace embedded = store::embedded;
-
-template <typename T>
-T Must(Result<T> result) {
-  if (!result) throw std::runtime_error(result.error().Text);
-  return *std::move(result);
-}
+using benchmarks::FillArchive;
+using benchmarks::Must;
 
 class QuietWatcher final : public FillWatcher {
  public:
@@ -47,7 +43,7 @@ class FilledPanes {
     session_.Account = Must(embedded::OpenEmbeddedApi(*files_, clock, {location}, "anna")->Logon(""));
     session_.DefaultArchive = Must(session_.Account->GetSpecialArchive(store::special::ArchiveRoot));
     session_.LeftArchive = session_.RightArchive = session_.DefaultArchive;
-    Fill(count);
+    archive_ = FillArchive(session_, count)->ID();
     run_ = std::make_unique<run::Run>(*files_, clock, silent_.Set(), files_->FromHostPath(directory_));
     panes_ = std::make_unique<TwoPanes>(PaneContext{session_, options_, *run_, currentPath_, watcher_});
     panes_->SignedOn();
@@ -62,22 +58,6 @@ class FilledPanes {
   const std::string& Archive() const { return archive_; }
 
  private:
-  void Fill(int count) {
-    const auto archive = Must(session_.DefaultArchive->CreateSubArchive("Ablage"));
-    archive_ = archive->ID();
-    for (int i = 0; i < count; ++i) {
-      const auto mail = fmt::format(
-          "From: =?utf-8?q?J=C3=B6rg_M=C3=BCller?= <joerg{0}@example.org>\r\n"
-          "To: Liste <list@example.org>, anna@example.org\r\nSubject: Re: Angebot {1:06}\r\n"
-          "Date: Mon, {2} Mar 2026 10:11:12 +0100\r\nContent-Type: multipart/mixed; boundary=b\r\n\r\n"
-          "--b\r\n\r\nText\r\n--b\r\nContent-Disposition: attachment; "
-          "filename=angebot{0}.pdf\r\n\r\nx\r\n--b--\r\n",
-          i % 97, (i * 7919LL) % 100'003, 1 + i % 28);
-      (void)Must(embedded::DeliverMessage(*session_.Account, *archive, mail, {}));
-    }
-    if (!session_.Account->Commit()) throw std::runtime_error("commit failed");
-  }
-
   std::string directory_, archive_, currentPath_ = "Z:\\";
   std::unique_ptr<platform::FileSystem> files_;
   run::SilentFrontEnd silent_;

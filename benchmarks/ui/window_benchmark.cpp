@@ -25,6 +25,7 @@
 #include "startup/main_sequence.h"
 #include "store/embedded/embedded_store.h"
 #include "store/embedded/store_setup.h"
+#include "support/filled_archive.h"
 #include "ui/application.h"
 #include "ui/main_window.h"
 
@@ -32,15 +33,10 @@ namespace velmora::ui {
 namespace {
 
 namespace embedded = store::embedded;
+using benchmarks::Must;
 
 constexpr int Messages = 100'000;
 constexpr double BytesPerMiB = 1024 * 1024;
-
-template <typename T>
-T Must(Result<T> result) {
-  if (!result) throw std::runtime_error(result.error().Text);
-  return *std::move(result);
-}
 
 // Of this process, as the kernel counts it.
 double ResidentMiB() {
@@ -127,19 +123,8 @@ class OpenWindow {
 
  private:
   void Fill(store::Session& session) {
-    const auto archive = Must(session.DefaultArchive->CreateSubArchive("Ablage"));
+    const auto archive = benchmarks::FillArchive(session, Messages);
     archive_ = archive->ID();
-    for (int i = 0; i < Messages; ++i) {
-      const auto mail = fmt::format(
-          "From: =?utf-8?q?J=C3=B6rg_M=C3=BCller?= <joerg{0}@example.org>\r\n"
-          "To: Liste <list@example.org>, anna@example.org\r\nSubject: Re: Angebot {1:06}\r\n"
-          "Date: Mon, {2} Mar 2026 10:11:12 +0100\r\nContent-Type: multipart/mixed; boundary=b\r\n\r\n"
-          "--b\r\n\r\nText\r\n--b\r\nContent-Disposition: attachment; "
-          "filename=angebot{0}.pdf\r\n\r\nx\r\n--b--\r\n",
-          i % 97, (i * 7919LL) % 100'003, 1 + i % 28);
-      (void)Must(embedded::DeliverMessage(*session.Account, *archive, mail, {}));
-    }
-    if (!session.Account->Commit()) throw std::runtime_error("commit failed");
     const auto entries = Must(archive->GetEntries(settings::NoItemFilter));
     const auto last = Must(entries->Item(entries->Count() - 1));
     lastFile_ = store::FieldText(Must(last->Fields().Get(store::tag::Location))) + ".001";

@@ -5,10 +5,11 @@
 #include <string>
 
 #include "addresses/address_file.h"
+#include "store/selection.h"
 
 namespace velmora::mailarchive {
 
-enum class CopyMode { Copy = 0, Move = 1 };
+using store::CopyMode;
 
 struct ExportOptions {
   // What is written. Unattended runs start with all of these off.

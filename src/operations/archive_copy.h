@@ -14,7 +14,7 @@
 
 namespace velmora::operations {
 
-enum class CopyMode { Copy = 0, Move = 1 };
+using store::CopyMode;
 
 // The names are those of the dialog's check boxes.
 struct StoreCopyOptions {

@@ -1,4 +1,5 @@
-// What a command works on: the marked objects of a pane, or what a control file or a command line names.
+// What a command works on, the marked objects of a pane or what a control file or a command line names, and
+// whether it leaves them where they are.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +10,8 @@
 #include "store/archive.h"
 
 namespace velmora::store {
+
+enum class CopyMode { Copy, Move };
 
 struct Selection {
   struct Object {

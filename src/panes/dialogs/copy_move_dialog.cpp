@@ -1,36 +1,13 @@
 #include "panes/dialogs/copy_move_dialog.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <vector>
 
 #include "base/paths.h"
 #include "base/text.h"
 #include "mailarchive/export_settings.h"
+#include "panes/dialogs/selection_text.h"
 
 namespace velmora::panes {
-namespace {
-
-using mailarchive::ExportSelection;
-using Kind = ExportSelection::Object::Kind;
-
-// "2 Archiv(e), 1 Message(s)": what there is none of is left out.
-std::string CountText(const ExportSelection& selection) {
-  std::size_t archives = 0;
-  std::size_t links = 0;
-  std::size_t messages = 0;
-  for (const ExportSelection::Object& object : selection.Objects) {
-    ++(object.kind == Kind::Message ? messages : object.IsLink ? links : archives);
-  }
-  std::vector<std::string> counts;
-  if (archives > 0) counts.push_back(fmt::format("{} Archiv(e)", archives));
-  if (links > 0) counts.push_back(fmt::format("{} Link(s)", links));
-  if (messages > 0) counts.push_back(fmt::format("{} Message(s)", messages));
-  return Join(counts, ", ");
-}
-
-}  // namespace
 
 CopyMoveDialog::CopyMoveDialog(const Parts& parts) : parts_(parts), target_(parts.CurrentPath) {
   for (const CopyMoveBox box : {CopyMoveBox::EnSavAtt, CopyMoveBox::EnSavEml, CopyMoveBox::EnSavCmt}) {
@@ -43,21 +20,15 @@ CopyMoveDialog::CopyMoveDialog(const Parts& parts) : parts_(parts), target_(part
       options.DeleteArchive && IsEnabled(CopyMoveBox::EnDelArchives);
 }
 
-std::string CopyMoveDialog::Verb(bool capital) const {
-  const std::string_view first = IsMove() ? "v" : "k";
-  return (capital ? ToUpper(first) : std::string(first)) + (IsMove() ? "erschieben" : "opieren");
-}
-
 std::string CopyMoveDialog::NothingMarked() const {
   if (!parts_.Selection.Objects.empty()) return "";
-  return fmt::format("Es sind keine Objekte zum {} markiert", Title());
+  return NothingToTransfer(parts_.Mode);
 }
 
-std::string CopyMoveDialog::Title() const { return Verb(true); }
+std::string_view CopyMoveDialog::Title() const { return TitleOf(parts_.Mode); }
 
 std::string CopyMoveDialog::SourceText() const {
-  return fmt::format("{} {} von\r\n{}\r\n nach", CountText(parts_.Selection), Verb(false),
-                     parts_.Selection.CurrentArchive->FullPath());
+  return TransferText(CountText(parts_.Selection), parts_.Mode, parts_.Selection.CurrentArchive->FullPath());
 }
 
 std::string_view CopyMoveDialog::CaptionOf(CopyMoveBox box) const {

@@ -99,7 +99,7 @@ class CopyMoveDialog {
   std::string NothingMarked() const;
 
   // --- What the controls hold. ---
-  std::string Title() const;       // "Kopieren" or "Verschieben", also the caption of OkButton
+  std::string_view Title() const;  // "Kopieren" or "Verschieben", also the caption of OkButton
   std::string SourceText() const;  // "2 Archiv(e), 1 Message(s) kopieren von", the archive, "nach"
   std::string_view CaptionOf(CopyMoveBox box) const;
   bool IsChecked(CopyMoveBox box) const { return checked_[Index(box)]; }
@@ -117,7 +117,6 @@ class CopyMoveDialog {
  private:
   static constexpr std::size_t Index(CopyMoveBox box) { return static_cast<std::size_t>(box); }
   bool IsMove() const { return parts_.Mode == mailarchive::CopyMode::Move; }
-  std::string Verb(bool capital) const;
   mailarchive::ExportOptions ChosenOptions() const;
 
   Parts parts_;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "maintenance/entry_removal.h"
+#include "panes/dialogs/repair_texts.h"
 
 namespace velmora::panes {
 namespace {
@@ -57,9 +58,7 @@ std::optional<DelCircArcEntriesDialog> DelCircArcEntriesDialog::Open(run::Run& r
     return std::nullopt;
   }
   if (row.IsShortCut) {
-    prompts.Message("Falsche Auswahl",
-                    "Das ausgewählte Archiv ist eine Vernüpfung. Verknüpfungen werden nicht bearbeitet.",
-                    run::Icon::Stop);
+    TellShortCutIsLeft(prompts);
     return std::nullopt;
   }
   dialog.id_ = row.ID;

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "panes/dialogs/repair_texts.h"
+
 namespace velmora::panes {
 
 std::optional<DelDblArcEntriesDialog> DelDblArcEntriesDialog::Open(run::Run& run, store::DvAccount& account,
@@ -20,9 +22,7 @@ std::optional<DelDblArcEntriesDialog> DelDblArcEntriesDialog::Open(run::Run& run
     return std::nullopt;
   }
   if (row.IsShortCut) {
-    prompts.Message("Falsche Auswahl",
-                    "Das ausgewählte Archiv ist eine Vernüpfung. Verknüpfungen werden nicht bearbeitet.",
-                    run::Icon::Stop);
+    TellShortCutIsLeft(prompts);
     return std::nullopt;
   }
   return DelDblArcEntriesDialog(run, account, row.ID, (*archive)->FullPath(), count);
