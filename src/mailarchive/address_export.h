@@ -19,6 +19,7 @@ class AddressExport final : public EntryExport {
 
  private:
   void WriteEntry(bool failed, std::string_view statusText) override;
+  bool LeavesDescriptor() const override { return false; }
   void WriteVCard(const addresses::AddressRecord& record);
 
   store::DvAddressItem& address_;

@@ -21,6 +21,7 @@ void EntryExport::SetDate(DateTime date) {
 }
 
 void EntryExport::Export(bool failed, std::string_view statusText) {
+  if (LeavesDescriptor()) BeginNotes();
   WriteEntry(failed, statusText);
   DeleteIfMoved();
 }
@@ -83,20 +84,29 @@ bool EntryExport::WritePageFile(Page& page, std::string_view form, const std::ve
   if (!path) return false;
 
   EntryDescriptor& descriptor = page.Descriptor;
+  Describe(descriptor);
+  descriptor.MailArcEntry = *path;
+  descriptor.MailArcAdd = DescriptorName(*path);
+  files_.WriteDescriptor(descriptor.MailArcAdd, FormatDescriptor(descriptor));
+  AskForDeletion();
+  return true;
+}
+
+void EntryExport::BeginNotes() {
+  MoveNotes* const notes = place_.Notes();
+  if (notes == nullptr) return;
+  EntryDescriptor descriptor;
+  Describe(descriptor);
+  notes->BeginEntry(item_.Key(), ParseIndexFields(FormatDescriptor(descriptor)));  // as it is read back
+  files_.SetNotes(notes);
+}
+
+void EntryExport::Describe(EntryDescriptor& descriptor) const {
   descriptor.Sortaddr = place_.IsOutBox() ? to_ : from_;
   descriptor.Subject = subject_;
   descriptor.Date = date_;
   descriptor.From = from_;
   descriptor.To = to_;
-  descriptor.MailArcEntry = *path;
-  descriptor.MailArcAdd = DescriptorName(*path);
-  platform::WriteOptions undated;
-  undated.Mode = options_.NumbersNames() ? platform::Create::Exclusive : platform::Create::Overwrite;
-  const Status written = context_.run.fileSystem().WriteFile(place_.Directory() + descriptor.MailArcAdd,
-                                                             FormatDescriptor(descriptor), undated);
-  if (!written) files_.LogFailure(descriptor.MailArcAdd, written.error());
-  AskForDeletion();
-  return true;
 }
 
 void EntryExport::DeleteIfMoved() {

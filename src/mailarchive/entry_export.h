@@ -42,6 +42,8 @@ class EntryExport {
               store::DvItem& item);
 
   virtual void WriteEntry(bool failed, std::string_view statusText) = 0;
+  // Whether a descriptor is the last file of an entry that was written whole.
+  virtual bool LeavesDescriptor() const { return true; }
 
   // What a page gathers while its components are written.
   struct Page {
@@ -92,6 +94,10 @@ class EntryExport {
   int sendStatus_ = 0;
 
  private:
+  // Takes back what a killed move has written of the entry, and notes what is written now.
+  void BeginNotes();
+  // What the index shows of the entry.
+  void Describe(EntryDescriptor& descriptor) const;
   void DeleteIfMoved();
 
   const FormUserTexts& userTexts_;

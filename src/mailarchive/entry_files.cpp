@@ -50,7 +50,7 @@ std::optional<std::string> EntryFiles::Write(std::optional<Component> component,
   bool folderMadeAnew = false;
   Status written;
   for (int attempt = 0; attempt < MaxNameAttempts; ++attempt) {
-    written = writer(place_.Directory() + prefix + name, mode);
+    written = WriteNoted(prefix + name, mode, writer);
     if (written) return prefix + name;
     if (numbering && written.error().Number == platform::file_error::AlreadyExists) {
       name = FreeName(prefix, name);
@@ -74,6 +74,32 @@ std::optional<std::string> EntryFiles::WriteText(std::optional<Component> compon
   return Write(component, fileName, [&](const std::string& path, platform::Create mode) {
     return Files().WriteFile(path, bytes, DatedOptions(mode));
   });
+}
+
+void EntryFiles::WriteDescriptor(const std::string& fileName, std::string_view bytes) {
+  const auto mode =
+      context_.options.NumbersNames() ? platform::Create::Exclusive : platform::Create::Overwrite;
+  const Status written = WriteNoted(fileName, mode, [&](const std::string& path, platform::Create creation) {
+    platform::WriteOptions undated;
+    undated.Mode = creation;
+    return Files().WriteFile(path, bytes, undated);
+  });
+  if (!written) LogFailure(fileName, written.error());
+}
+
+Status EntryFiles::WriteNoted(const std::string& relativePath, platform::Create mode, const Writer& writer) {
+  constexpr int taken = platform::file_error::AlreadyExists;
+  const std::string path = place_.Directory() + relativePath;
+  if (notes_ == nullptr) {
+    place_.Disown(relativePath);
+    return writer(path, mode);
+  }
+  // What stands there is not this entry's, and must not be noted as such even for a moment.
+  if (Files().FileExists(path)) return Fail(taken, platform::FileErrorText(taken));
+  notes_->NoteFile(relativePath);
+  Status written = writer(path, mode);
+  if (!written && written.error().Number == taken) notes_->Withdraw(relativePath);
+  return written;
 }
 
 void EntryFiles::LogFailure(std::string_view relativePath, const Error& error) {

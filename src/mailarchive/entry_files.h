@@ -38,16 +38,24 @@ class EntryFiles {
   std::optional<std::string> WriteText(std::optional<Component> component, std::string_view fileName,
                                        std::string_view text, Unmappable unmappable);
 
+  // Notes what is made from here on, until the move is committed. Null for no notes.
+  void SetNotes(MoveNotes* notes) { notes_ = notes; }
+  // The entry's descriptor, in the directory itself. Logs its failure.
+  void WriteDescriptor(const std::string& fileName, std::string_view bytes);
+
   void LogFailure(std::string_view relativePath, const Error& error);
   // Something that was asked for is missing: a move must keep the entry.
   void SetIncomplete() { complete_ = false; }
   bool IsComplete() const { return complete_; }
 
  private:
+  // What the writer does, with a note of the file.
+  Status WriteNoted(const std::string& relativePath, platform::Create mode, const Writer& writer);
   platform::FileSystem& Files() { return context_.run.fileSystem(); }
 
   const ExportContext& context_;
   ExportPlace& place_;
+  MoveNotes* notes_ = nullptr;
   DateTime date_;
   bool complete_ = true;
 };

@@ -45,6 +45,8 @@ struct ExportOptions {
   // lost, and no error would tell.
   bool NumbersNames() const { return NoDuplicates || Mode == CopyMode::Move; }
   bool AnyOnly() const { return OnlyAttachments || OnlyOriginals || OnlyComments; }
+  // Whether what is written is noted until it is gone from the store (move_notes.h).
+  bool KeepsNotes() const { return Mode == CopyMode::Move && !AnyOnly(); }
 };
 
 }  // namespace velmora::mailarchive

@@ -26,6 +26,8 @@ ExportPlace::ExportPlace(const ExportContext& context, store::DvArchive& archive
       archivePath_(archive.FullPath()),
       isOutBox_(archive.DisplayType().value_or(0) == OutBox),
       directory_(AddBackslash(directory)),
+      notes_(context.run.fileSystem(), directory_, archive.ID()),
+      hasOldNotes_(context.run.fileSystem().FileExists(MoveNotes::PathIn(directory_))),
       addresses_(context, archive, directory_) {}
 
 const std::string& ExportPlace::FolderName(Component component) const {
@@ -45,6 +47,10 @@ std::string ExportPlace::FolderPrefix(Component component) {
     (void)WriteArchiveMarker(fileSystem, folder, MailArcKind::Data, {}, false);
   }
   return ready ? AddBackslash(name) : "";
+}
+
+void ExportPlace::Disown(std::string_view relativePath) {
+  if (hasOldNotes_) notes_.Withdraw(relativePath);
 }
 
 void ExportPlace::ForgetFolder(Component component) { folderReady_[Index(component)] = false; }

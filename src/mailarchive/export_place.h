@@ -10,6 +10,7 @@
 #include "mailarchive/address_book.h"
 #include "mailarchive/export_run.h"
 #include "mailarchive/format/forms.h"
+#include "mailarchive/move_notes.h"
 #include "store/archive.h"
 
 namespace velmora::mailarchive {
@@ -41,6 +42,11 @@ class ExportPlace {
   // message.
   void LoadForm(Form form);
 
+  // Null where nothing is moved, or no descriptor will tell what was.
+  MoveNotes* Notes() { return context_.options.KeepsNotes() ? &notes_ : nullptr; }
+  // Before a file is made without a note: should a killed move have noted the name, the file is not its.
+  void Disown(std::string_view relativePath);
+
   AddressBook& Addresses() { return addresses_; }
   // Completes what stands only with the last entry of the directory, however the run ends.
   void Finish() { addresses_.Finish(); }
@@ -53,6 +59,8 @@ class ExportPlace {
   std::string directory_;
   std::array<bool, ComponentCount> folderReady_{};
   std::array<bool, FormCount> formLoaded_{};
+  MoveNotes notes_;
+  bool hasOldNotes_;
   AddressBook addresses_;
 };
 

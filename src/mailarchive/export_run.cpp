@@ -27,16 +27,8 @@ void ExportObjects(const ExportContext& context, const ExportSelection& selectio
     }
     if (context.run.CheckCancel()) break;
   }
-  place.Finish();
-}
-
-// What is pending in the store must stand before the index is built and when the run ends.
-void CommitStore(const ExportContext& context) {
-  const Status committed = context.session.Account->Commit();
-  if (!committed) {
-    context.run.LogError(context.session.ServerName, committed.error().Number,
-                         "DvISE-Error " + committed.error().Text, run::Severity::Error);
-  }
+  walk.Complete(place);
+  walk.Commit();
 }
 
 }  // namespace
@@ -53,7 +45,6 @@ void RunExport(ExportContext& context, const ExportSelection& selection, std::st
                                                : "Archive/Messages kopieren");
   if (!options.AnyOnly()) WriteRootMarker(context, targetDirectory, *selection.CurrentArchive);
   ExportObjects(context, selection, targetDirectory);
-  CommitStore(context);
   if (options.MakeIndex && !options.AnyOnly() && !run.CheckCancel()) {
     IndexContext index{run, context.designs, options.CreateAutorunInf, context.ProgramDirectory};
     BuildContentIndex(index, targetDirectory, true, false, options.DateIndexSortedUp);
@@ -75,8 +66,9 @@ void ExportArchiveTree(ExportContext& context, std::string_view archivePath, std
     return;
   }
   context.designs.ForgetTexts();
-  ExportWalk(context).ExportTree(archivePath, targetDirectory, isLink, currentArchive.get());
-  CommitStore(context);
+  ExportWalk walk(context);
+  walk.ExportTree(archivePath, targetDirectory, isLink, currentArchive.get());
+  walk.Commit();
 }
 
 }  // namespace velmora::mailarchive

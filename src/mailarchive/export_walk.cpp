@@ -91,12 +91,32 @@ std::string ExportWalk::ExportArchive(store::DvArchive& archive, std::string_vie
 
   const std::string directory = MakeDirectory(archive, displayName, targetDirectory);
   run.frontEnd().status.SetStatusText(path);
+  if (context_.options.KeepsNotes()) noted_.insert(directory);
   if (entries && (*entries)->Count() > 0) {
     ExportPlace place(context_, archive, directory);
     ExportEntries(place, **entries, order);
-    place.Finish();
+    Complete(place);
   }
   return directory;
+}
+
+void ExportWalk::Complete(ExportPlace& place) {
+  place.Finish();
+  if (place.Notes() != nullptr) noted_.insert(place.Directory());
+}
+
+void ExportWalk::Commit() {
+  const Status committed = context_.session.Account->Commit();
+  if (!committed) {
+    return context_.run.LogError(context_.session.ServerName, committed.error().Number,
+                                 "DvISE-Error " + committed.error().Text, run::Severity::Error);
+  }
+  platform::FileSystem& files = context_.run.fileSystem();
+  for (const std::string& directory : noted_) {
+    // Notes that stay tell of entries that are gone, which nothing follows from.
+    (void)files.DeleteFile(MoveNotes::PathIn(directory), true);
+  }
+  noted_.clear();
 }
 
 void ExportWalk::ExportEntries(ExportPlace& place, store::DvEntries& entries, Order order) {
@@ -125,8 +145,11 @@ std::string ExportWalk::MakeDirectory(store::DvArchive& archive, std::string_vie
 void ExportWalk::DeleteIfMoved(store::DvArchive& archive) {
   const bool allowed = context_.options.Mode == CopyMode::Move && context_.options.DeleteArchives &&
                        context_.session.MayDeleteArchives() && !context_.run.CancelRequested();
+  if (!allowed) return;
+  // No later run comes to the directory of an archive that is gone.
+  if (!noted_.empty()) Commit();
   // The store refuses an archive that still holds something, which is what protects what was not exported.
-  if (allowed) (void)archive.Delete();
+  (void)archive.Delete();
 }
 
 void ExportWalk::LogStoreFailure(std::string_view path, const Error& error) {

@@ -2,6 +2,7 @@
 // archive, its messages go there.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -20,7 +21,13 @@ class ExportWalk {
   // the one that was current before, if any, is asked last; the store refuses while anything is left in it.
   void ExportTree(std::string_view archivePath, std::string_view targetDirectory, bool isLink,
                   store::DvArchive* currentArchive);
+  // Messages, into the directory of the place.
   void ExportMessage(ExportPlace& place, store::EntryKey key) { messages_.ExportMessage(place, key); }
+  // With the last message of a place.
+  void Complete(ExportPlace& place);
+  // Commits what is pending in the store, which must stand before the index is built and when the run ends.
+  // Once it does, the notes of a move have done their service.
+  void Commit();
 
  private:
   enum class Order { Forward, Backward };
@@ -36,6 +43,7 @@ class ExportWalk {
 
   const ExportContext& context_;
   MessageExport messages_;
+  std::set<std::string> noted_;  // the directories that may hold notes of a move
 };
 
 // Marks a directory as a root or a sub of a mail archive, with the names of a store archive. An existing

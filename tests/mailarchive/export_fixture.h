@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <memory>
@@ -36,6 +37,10 @@ class FaultyFileSystem final : public test::ForwardingFileSystem {
   std::string FailingPart;  // "" for none
   int FailingNumber = platform::file_error::DiskFull;
   std::string FailingMask;  // "" for none
+  // The step at which the process ends, from 1; 0 for none. A file that is written takes two, and is half
+  // there between them.
+  int LastStep = 0;
+  static constexpr int Died = 42;
 
   Result<std::vector<platform::FileEntry>> List(std::string_view folder, std::string_view mask,
                                                 platform::ListWhat what) override {
@@ -45,12 +50,29 @@ class FaultyFileSystem final : public test::ForwardingFileSystem {
   Status WriteFile(std::string_view path, std::string_view bytes,
                    const platform::WriteOptions& options) override {
     if (Fails(path)) return Failure();
+    Step();
+    // A system call writes less than a page wholly or not at all.
+    constexpr std::size_t Page = 4096;
+    const std::string_view half = bytes.substr(0, bytes.size() < Page ? 0 : Page);
+    if (LastStep == 1) (void)ForwardingFileSystem::WriteFile(path, half, options);
+    Step();
     return ForwardingFileSystem::WriteFile(path, bytes, options);
   }
   Status CopyFile(std::string_view source, std::string_view target,
                   const platform::WriteOptions& options) override {
     if (Fails(target)) return Failure();
+    Step();
+    if (LastStep == 1) (void)ForwardingFileSystem::WriteFile(target, "", options);
+    Step();
     return ForwardingFileSystem::CopyFile(source, target, options);
+  }
+  Status AppendFile(std::string_view path, std::string_view bytes) override {
+    Step();
+    return ForwardingFileSystem::AppendFile(path, bytes);
+  }
+  Status DeleteFile(std::string_view path, bool force) override {
+    Step();
+    return ForwardingFileSystem::DeleteFile(path, force);
   }
   Status CreateFolder(std::string_view path, bool ownerOnly) override {
     if (Fails(path)) return Failure();
@@ -58,6 +80,9 @@ class FaultyFileSystem final : public test::ForwardingFileSystem {
   }
 
  private:
+  void Step() {
+    if (LastStep > 0 && --LastStep == 0) _exit(Died);
+  }
   bool Fails(std::string_view path) const {
     return !FailingPart.empty() && path.find(FailingPart) != std::string_view::npos;
   }

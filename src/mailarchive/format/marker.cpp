@@ -64,6 +64,12 @@ ArcDescriptor ParseMarker(std::string_view bytes) {
   return descriptor;
 }
 
+// What a process leaves that is killed between making a marker and writing it.
+bool IsUnwritten(platform::FileSystem& fileSystem, const std::string& path) {
+  const auto entry = fileSystem.GetEntry(path);
+  return entry && !entry->IsFolder && entry->Size == 0;
+}
+
 MarkerProbe Found(MailArcKind kind, std::string_view markerFile) {
   return {.Kind = kind,
           .CanHoldContent = kind == MailArcKind::Root || kind == MailArcKind::Sub,
@@ -92,10 +98,10 @@ Status WriteArchiveMarker(platform::FileSystem& fileSystem, std::string_view dir
   if (kind == MailArcKind::None || force) ClearArchiveMarkers(fileSystem, directory);
   const auto* marker = std::ranges::find(MarkerNames, kind, &MarkerName::Kind);
   if (marker == std::end(MarkerNames)) return {};
-  // A marker that stands survives later runs: it may have been set by hand.
-  if (!force && GetMailArcKind(fileSystem, directory) != MailArcKind::None) return {};
-
   const auto path = JoinPath(directory, marker->Name);
+  // A marker that stands survives later runs: it may have been set by hand.
+  if (!force && GetMailArcKind(fileSystem, directory) != MailArcKind::None && !IsUnwritten(fileSystem, path))
+    return {};
   if (auto written = fileSystem.WriteFile(path, FormatMarker(*marker, texts)); !written) return written;
   // A medium without attributes still holds a whole marker.
   (void)fileSystem.SetHidden(path, true);

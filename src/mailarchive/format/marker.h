@@ -37,7 +37,8 @@ struct MarkerTexts {
   std::string CopyRight{};    // likewise
 };
 
-// Without `force` an existing marker stays as it is, and kind None ends without writing. With `force`, and
+// Without `force` an existing marker stays as it is unless it is the same kind's and has no byte; kind None
+// ends without writing. With `force`, and
 // for kind None, all markers of the directory are removed first. A failed write is returned, the caller goes
 // on.
 Status WriteArchiveMarker(platform::FileSystem& fileSystem, std::string_view directory, MailArcKind kind,

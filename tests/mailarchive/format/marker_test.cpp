@@ -88,6 +88,16 @@ TEST_F(MarkerTest, AnExistingMarkerSurvivesUnforced) {
   EXPECT_FALSE(Exists("VelmoraSubArc.vla"));
 }
 
+TEST_F(MarkerTest, AMarkerWithoutAByteWasNeverFinishedAndIsWrittenAnew) {
+  Write("VelmoraSubArc.vla", "");
+  Mark(MailArcKind::Sub, false, {.DisplayName = "Eingang"});
+  EXPECT_EQ(ReadArcDescriptor(*Files, Folder.Path())->ArchiveDisplayName, "Eingang");
+  // One of another kind tells what the directory is, whatever it holds.
+  Write("VelmoraSubArc.vla", "");
+  Mark(MailArcKind::Root);
+  EXPECT_EQ(Kind(), MailArcKind::Sub);
+}
+
 TEST_F(MarkerTest, AForcedMarkerReplacesEveryOther) {
   Write("VelmoraDataArc.vla", "x");
   Write("VelmoraRootArc", "x");

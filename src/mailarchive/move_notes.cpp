@@ -1,0 +1,103 @@
+#include "mailarchive/move_notes.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+#include <vector>
+
+#include "base/paths.h"
+#include "base/text.h"
+
+namespace velmora::mailarchive {
+namespace {
+
+constexpr std::string_view NotesName = "VelmoraMove.tmp";
+constexpr char EntryMark = '*', WithdrawalMark = '?';  // no Windows name begins so
+constexpr std::string_view DescriptorExtension = ".add";
+
+// Whether a noted path may be deleted: it leads to one file below the directory.
+bool IsUsablePath(std::string_view path) {
+  return IsSafeRelativePath(path) && path.find_first_of("*?") == std::string_view::npos;
+}
+
+}  // namespace
+
+MoveNotes::MoveNotes(platform::FileSystem& fileSystem, std::string directory, std::string_view archiveId)
+    : fileSystem_(fileSystem),
+      directory_(std::move(directory)),
+      archiveId_(FoldCase(NormalizePath(archiveId))) {}
+
+std::string MoveNotes::PathIn(std::string_view directory) { return JoinPath(directory, NotesName); }
+
+void MoveNotes::BeginEntry(store::EntryKey key, const IndexFields& entry) {
+  if (!old_) ReadOld();
+  const std::string line = fmt::format("{}{} {}", EntryMark, key, archiveId_);
+  TakeBack(line, entry);
+  Append(line);
+}
+
+void MoveNotes::NoteFile(std::string_view relativePath) {
+  if (old_) old_->erase(std::string(relativePath));
+  Append(relativePath);
+}
+
+void MoveNotes::Withdraw(std::string_view relativePath) {
+  if (old_) old_->erase(std::string(relativePath));
+  Append(fmt::format("{}{}", WithdrawalMark, relativePath));
+}
+
+void MoveNotes::ReadOld() {
+  old_.emplace();
+  const auto bytes = fileSystem_.ReadFile(PathIn(directory_));
+  if (!bytes) return;
+  // A last line without its end may be the beginning of another path.
+  std::string_view rest(*bytes);
+  std::string entryLine;
+  for (auto end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
+    const std::string line(rest.substr(0, end));
+    rest.remove_prefix(end + 1);
+    if (line.empty()) continue;
+    if (line.front() == EntryMark) {
+      entryLine = line;
+    } else if (line.front() == WithdrawalMark) {
+      old_->erase(line.substr(1));
+    } else if (IsUsablePath(line)) {
+      old_->insert_or_assign(line, entryLine);
+    }
+  }
+}
+
+// The descriptor goes first: what is left without one is known for the rest of an entry.
+void MoveNotes::TakeBack(const std::string& entryLine, const IndexFields& entry) {
+  std::vector<std::string> descriptors, others;
+  for (const auto& [path, line] : *old_) {
+    if (line == entryLine) (path.ends_with(DescriptorExtension) ? descriptors : others).push_back(path);
+  }
+  for (const std::string& descriptor : descriptors) {
+    if (IsOther(descriptor, entry)) return;
+  }
+  for (const auto& paths : {descriptors, others}) {
+    for (const std::string& path : paths) {
+      // What stays is there twice, which loses nothing.
+      (void)fileSystem_.DeleteFile(directory_ + path, true);
+      old_->erase(path);
+    }
+  }
+}
+
+bool MoveNotes::IsOther(const std::string& descriptor, const IndexFields& entry) {
+  const std::string path = directory_ + descriptor;
+  if (!fileSystem_.FileExists(path)) return false;
+  const auto bytes = fileSystem_.ReadFile(path);
+  if (!bytes) return true;
+  if (bytes->empty()) return false;  // killed before its first byte
+  const IndexFields found = ParseIndexFields(*bytes);
+  return found.Subject != entry.Subject || found.Date != entry.Date || found.From != entry.From ||
+         found.To != entry.To || found.Sortaddr != entry.Sortaddr;
+}
+
+void MoveNotes::Append(std::string_view line) {
+  (void)fileSystem_.AppendFile(PathIn(directory_), std::string(line) + "\n");
+}
+
+}  // namespace velmora::mailarchive
