@@ -354,8 +354,8 @@ def test_attachments(case):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--bin", type=pathlib.Path, required=True, help="where the programs lie")
-    parser.add_argument("--messages", type=int, default=2000, help="in one archive")
-    parser.add_argument("--archives", type=int, default=100, help="in one tree")
+    parser.add_argument("--messages", type=int, default=1500, help="in one archive")
+    parser.add_argument("--archives", type=int, default=50, help="in one tree")
     parser.add_argument("--attachments", type=int, default=200, help="of one message")
     parser.add_argument("--minutes", type=float, default=0.1, help="that windows and runs share a store")
     parser.add_argument("--windows", type=int, default=2, help="how many; 0 where no window is built")
