@@ -26,7 +26,7 @@ void RequireSound(const AttachmentRecord& attachment, std::string_view source) {
   RequireOneLine(attachment.Name);
   Require(!attachment.Name.empty() &&
           attachment.Name.size() <= velmora::store::embedded::LongestAttachmentName);
-  Require(attachment.Name.find_first_of("/\\\\:") == std::string::npos);
+  Require(attachment.Name.find_first_of("/\\:") == std::string::npos);
   const auto& range = attachment.Content;
   Require(range.Offset >= 0 && range.Length >= 0 &&
           range.Offset + range.Length <= static_cast<std::int64_t>(source.size()));

@@ -2,7 +2,8 @@
 // copied and folders made.
 #pragma once
 
-#include <algorithm>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
