@@ -204,7 +204,8 @@ def last_save(case, moment, what, *arguments):
 def test_settings_are_saved(case):
     directory = case.place.directory / "Einstellungen"
     for number in range(case.times):
-        shutil.rmtree(directory, ignore_errors=True) if number % 2 == 0 else None
+        if number % 2 == 0:
+            shutil.rmtree(directory, ignore_errors=True)
         before = values(directory / "settings.toml")
         told = last_save(case, case.random.uniform(0.005, 0.2), "settings", directory)
         found = values(directory / "settings.toml")

@@ -7,7 +7,6 @@ stands exactly once, what is copied is untouched. In the end the command, run ag
 
 import pathlib
 import shutil
-import struct
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
