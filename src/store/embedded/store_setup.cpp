@@ -20,6 +20,7 @@ namespace {
 
 constexpr std::string_view ArchiveFolder = "archive";
 constexpr std::string_view CodeFolder = "code";
+constexpr std::string_view SiteFile = "site.db";
 
 // A directory that holds nothing but the beginnings of a store may become one.
 Status RequireFree(platform::FileSystem& fileSystem, const std::string& directory) {
@@ -33,7 +34,21 @@ Status RequireFree(platform::FileSystem& fileSystem, const std::string& director
   return {};
 }
 
-// `parent` + "\" + the directory of the table's row, unless a record leads there already.
+// Site data that cannot be read may be all that tells of the users, so they are not written over. An empty
+// file is what a call leaves that was broken off.
+Status RequireNoSite(platform::FileSystem& fileSystem, const std::string& code, const std::string& hostPath) {
+  const auto site = SiteDatabase::Open(hostPath);
+  if (site) return Fail(store_error::Failed, "Das Verzeichnis enthält bereits einen Speicher");
+  const auto file = fileSystem.GetEntry(JoinPath(code, SiteFile));
+  if (!file && file.error().Number != platform::file_error::FileNotFound) return Fail(file.error());
+  if (!file || file->Size == 0) return {};
+  return Fail(store_error::Failed,
+              fmt::format("Das Verzeichnis enthält bereits einen Speicher, dessen Standortdaten nicht lesbar "
+                          "sind ({}). Bitte zuerst {} wiederherstellen oder entfernen.",
+                          site.error().Text, hostPath));
+}
+
+// Makes the archive of the table's row below `base`, unless a record leads there already.
 Status MakeSpecial(ArchiveTree& tree, const std::string& base, const FixedArchive& archive, int owner) {
   const std::string directory = JoinPath(base, archive.Directory);
   if (tree.FindByDirectory(directory)) return {};
@@ -62,7 +77,7 @@ Status MakeContent(platform::FileSystem& fileSystem, const StoreLayout& layout, 
 }  // namespace
 
 std::string SiteDatabasePath(const std::string& hostDirectory) {
-  return (std::filesystem::path(hostDirectory) / CodeFolder / "site.db").string();
+  return (std::filesystem::path(hostDirectory) / CodeFolder / SiteFile).string();
 }
 
 Status InitStore(const NewStore& store, platform::Clock& clock) {
@@ -82,9 +97,8 @@ Status InitStore(const NewStore& store, platform::Clock& clock) {
   if (!lock) return Fail(lock.error());
   if (!*lock) return Fail(store_error::Busy, "Der Speicher wird gerade von einem anderen Prozess angelegt");
   const std::string database = SiteDatabasePath(store.HostDirectory);
-  if (SiteDatabase::Open(database)) {
-    return Fail(store_error::Failed, "Das Verzeichnis enthält bereits einen Speicher");
-  }
+  const auto unused = RequireNoSite(*host, JoinPath(directory, CodeFolder), database);
+  if (!unused) return unused;
 
   UserRecord administrator = store.Administrator;
   administrator.Id = 1;
@@ -95,7 +109,7 @@ Status InitStore(const NewStore& store, platform::Clock& clock) {
 
   platform::WriteOptions options;
   options.OwnerOnly = true;
-  if (const auto made = fileSystem->WriteFile(JoinPath(layout.Code(), "site.db"), "", options); !made) {
+  if (const auto made = fileSystem->WriteFile(JoinPath(layout.Code(), SiteFile), "", options); !made) {
     return made;
   }
   if (const auto made = SiteDatabase::Create(database, store.ServerName, administrator); !made) {

@@ -21,8 +21,8 @@ struct NewStore {
 
 // Makes the directories, the tree with all special archives, the server logs, the resource directories and,
 // as the last step, the site data: a store without site data is none, and the call can be repeated after a
-// failure. All is the owner's alone. Failed when the directory holds a store or anything else; BadName for a
-// server's name that cannot be part of a path.
+// failure. All is the owner's alone. Failed when the directory holds a store, be it one whose site data
+// cannot be read, or anything else; BadName for a server's name that cannot be part of a path.
 Status InitStore(const NewStore& store, platform::Clock& clock);
 
 // The host path of a store's site data.

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "store/embedded/sqlite.h"
 #include "store/embedded/store_setup.h"
 #include "store/errors.h"
 #include "support/temp_dir.h"
@@ -117,9 +118,27 @@ TEST_F(StoreLocationTest, InitRefusesWhatIsInUse) {
   EXPECT_EQ(InitStore(badName, platform::SystemClock()).error().Number, store_error::BadName);
 }
 
+// Neither those of a later version nor damaged ones: they may be all that tells of the users.
+TEST_F(StoreLocationTest, InitNeverWritesOverSiteDataThatItCannotRead) {
+  const auto one = Init("EINS");
+  const std::string file = SiteDatabasePath(one.HostDirectory);
+  const NewStore again{one.HostDirectory, "EINS", {0, "Zwei", "zwei", "", 0}};
+  ASSERT_TRUE(Sqlite::Open(file, Sqlite::Mode::ReadWrite)->Execute("PRAGMA user_version = 99"));
+  const auto refused = InitStore(again, platform::SystemClock());
+  ASSERT_FALSE(refused);
+  EXPECT_NE(refused.error().Text.find("Unbekannte Version 99"), std::string::npos) << refused.error().Text;
+  ASSERT_TRUE(Sqlite::Open(file, Sqlite::Mode::ReadWrite)->Execute("PRAGMA user_version = 1"));
+  EXPECT_EQ(SiteDatabase::Open(file)->Users()->front().LoginName, "anna");
+
+  const std::string noise(5000, 'x');
+  directory_.WriteHostFile("EINS/code/site.db", noise);
+  EXPECT_FALSE(InitStore(again, platform::SystemClock()));
+  EXPECT_EQ(directory_.ReadHostFile("EINS/code/site.db"), noise);
+}
+
 TEST_F(StoreLocationTest, InitGoesOnWhereItWasInterrupted) {
   const auto one = Init("EINS");
-  std::filesystem::remove(one.HostDirectory + "/code/site.db");
+  directory_.WriteHostFile("EINS/code/site.db", "");
   std::filesystem::remove_all(one.HostDirectory + "/code/david.rec");
   const NewStore again{one.HostDirectory, "EINS", {0, "Anna", "anna", "", 0}};
   const auto made = InitStore(again, platform::SystemClock());
