@@ -307,9 +307,11 @@ class Rendition {
   std::string ResolveInCss(std::string_view css) const {
     std::string result;
     std::size_t copied = 0;
+    std::size_t end = 0;
+    // On behind each reference, not within it: a long text of nothing but "cid:" is one, and is read once.
     for (auto found = FindWord(css, "cid:", 0); found != std::string_view::npos;
-         found = FindWord(css, "cid:", found + 4)) {
-      const auto end = std::min(css.find_first_of(")\"'; \t\r\n&", found), css.size());
+         found = FindWord(css, "cid:", end)) {
+      end = std::min(css.find_first_of(")\"'; \t\r\n&", found), css.size());
       const auto resolved = Resolve(css.substr(found + 4, end - found - 4));
       if (!resolved) continue;
       result.append(css.substr(copied, found - copied)).append(*resolved);

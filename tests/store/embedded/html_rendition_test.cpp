@@ -135,6 +135,18 @@ TEST(HtmlRenditionTest, HostileTextsAreLinear) {
   EXPECT_LT(std::clock() - begin, 20 * CLOCKS_PER_SEC);
 }
 
+TEST(HtmlRenditionTest, AReferenceWithoutAnEndIsLookedUpOnce) {
+  for (std::string html : {"<style>", "<p style=\"url("}) {
+    for (int i = 0; i < 1'000; ++i) html += "cid:";
+    int lookUps = 0;
+    (void)MakeHtmlRendition(html + "\">", "L", [&](std::string_view) -> std::optional<int> {
+      ++lookUps;
+      return std::nullopt;
+    });
+    EXPECT_EQ(lookUps, 1) << html.substr(0, 20);
+  }
+}
+
 TEST(HtmlRenditionTest, DeclaredCharsetIsFound) {
   EXPECT_EQ(FindHtmlCharset("<html><meta charset=\"KOI8-R\">"), "KOI8-R");
   EXPECT_EQ(FindHtmlCharset("<META http-equiv=Content-Type content=\"text/html; charset=iso-8859-2\">"),
