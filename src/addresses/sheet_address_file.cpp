@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "tables/cell_text.h"
 #include "tables/sheet_table.h"
 
 namespace velmora::addresses {
@@ -60,20 +61,19 @@ AddressBook CreateAddressWorkbook() {
 }
 
 Result<AddressBook> ReadTemplate(platform::FileSystem& fileSystem, std::string_view path) {
-  const auto table = tables::OpenAddressSheet(fileSystem, path, AddressSheet);
-  if (!table) return Fail(table.error());
-  const bool hasColumns = std::ranges::all_of(ColumnNames, [&](std::string_view name) {
-    return std::ranges::any_of(table->Columns(),
-                               [&](const std::string& column) { return EqualsFold(column, name); });
-  });
-  if (!hasColumns) return Fail(tables::table_error::ColumnMissing, "Der Vorlage fehlen Spalten");
   auto workbook = tables::ReadWorkbook(fileSystem, path);
   if (!workbook) return Fail(workbook.error());
-  const auto sheet = std::ranges::find_if(workbook->Sheets, [](const tables::Sheet& candidate) {
-    return EqualsFold(candidate.Name, AddressSheet);
-  });
-  const auto index = static_cast<std::size_t>(sheet - workbook->Sheets.begin());
-  return AddressBook{std::move(*workbook), index};
+  const auto sheet = tables::FindSheet(*workbook, AddressSheet);
+  if (!sheet) return Fail(sheet.error());
+  const std::vector<tables::Row>& rows = workbook->Sheets[*sheet].Rows;
+  const auto isColumn = [&](std::string_view name) {
+    return std::ranges::any_of(
+        rows.front(), [&](const tables::Cell& cell) { return EqualsFold(tables::ShowCell(cell), name); });
+  };
+  if (rows.empty() || !std::ranges::all_of(ColumnNames, isColumn)) {
+    return Fail(tables::table_error::ColumnMissing, "Der Vorlage fehlen Spalten");
+  }
+  return AddressBook{std::move(*workbook), *sheet};
 }
 
 OpenedAddressFile Opened(tables::SheetTable table, Status note) {

@@ -25,8 +25,9 @@ class GlobalsReader {
       if (record->Id == Id::FilePass) {
         return Fail(table_error::NotAWorkbook, "Die Arbeitsmappe ist verschlüsselt");
       }
-      if (!Take(*record)) return FailDamaged();
-      if (globals_.Sheets.size() > MaxSheets || textBytes_ > MaxTextBytes) return FailTooBig();
+      const bool isSound = Take(*record);
+      if (IsTooBig()) return FailTooBig();
+      if (!isSound) return FailDamaged();
     }
     globals_.End = records_.Position();
     for (const std::uint16_t format : numberFormats_) globals_.CellFormats.push_back(KindOf(format));
@@ -34,6 +35,13 @@ class GlobalsReader {
   }
 
  private:
+  // An empty text takes three bytes of the file and many times as much here. No more texts than cells are of
+  // any use.
+  bool IsTooBig() const {
+    return globals_.Sheets.size() > MaxSheets || globals_.Strings.size() > MaxCells ||
+           textBytes_ > MaxTextBytes;
+  }
+
   bool IsStart(const Record& record) {
     if (record.Id != Id::Bof || record.Data.size() < 2 * sizeof(std::uint16_t)) return false;
     const auto version = ReadLittle<std::uint16_t>(record.Data, 0);
@@ -98,7 +106,7 @@ class GlobalsReader {
     const auto uses = data.Number<std::uint32_t>();
     const auto count = data.Number<std::uint32_t>();
     if (!uses || !count) return false;
-    for (std::uint32_t i = 0; i < *count; ++i) {
+    for (std::uint32_t i = 0; i < *count && !IsTooBig(); ++i) {
       auto text = data.RichText();
       if (!text) return false;
       textBytes_ += text->size();

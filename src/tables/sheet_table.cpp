@@ -86,17 +86,22 @@ Status SheetTable::Save() {
   return {};
 }
 
+Result<std::size_t> FindSheet(const Workbook& workbook, std::string_view sheet) {
+  const auto found = std::ranges::find_if(
+      workbook.Sheets, [sheet](const Sheet& candidate) { return EqualsFold(candidate.Name, sheet); });
+  if (found == workbook.Sheets.end()) {
+    return Fail(table_error::SheetMissing, "Die Arbeitsmappe hat kein Tabellenblatt " + std::string(sheet));
+  }
+  return static_cast<std::size_t>(found - workbook.Sheets.begin());
+}
+
 Result<SheetTable> OpenAddressSheet(platform::FileSystem& fileSystem, std::string_view path,
                                     std::string_view sheet) {
   Result<Workbook> workbook = ReadWorkbook(fileSystem, path);
   if (!workbook) return Fail(workbook.error());
-  const auto found = std::ranges::find_if(
-      workbook->Sheets, [sheet](const Sheet& candidate) { return EqualsFold(candidate.Name, sheet); });
-  if (found == workbook->Sheets.end()) {
-    return Fail(table_error::SheetMissing, "Die Arbeitsmappe hat kein Tabellenblatt " + std::string(sheet));
-  }
-  const auto index = static_cast<std::size_t>(found - workbook->Sheets.begin());
-  return SheetTable(fileSystem, std::string(path), std::move(*workbook), index);
+  const Result<std::size_t> index = FindSheet(*workbook, sheet);
+  if (!index) return Fail(index.error());
+  return SheetTable(fileSystem, std::string(path), std::move(*workbook), *index);
 }
 
 Status CreateSheetWorkbook(platform::FileSystem& fileSystem, std::string_view path, std::string_view sheet,

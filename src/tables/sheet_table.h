@@ -49,6 +49,8 @@ class SheetTable {
   bool isChanged_ = false;
 };
 
+// The position of a sheet in its workbook; its name is found without regard to case. SheetMissing.
+Result<std::size_t> FindSheet(const Workbook& workbook, std::string_view sheet);
 // Opens a sheet for reading and adding; its name is found without regard to case. The file errors,
 // NotAWorkbook, SheetMissing.
 Result<SheetTable> OpenAddressSheet(platform::FileSystem& fileSystem, std::string_view path,

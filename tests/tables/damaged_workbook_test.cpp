@@ -74,6 +74,21 @@ TEST(DamagedWorkbook, AnEncryptedWorkbookIsSaidToBe) {
   EXPECT_EQ(read.error(), (Error{table_error::NotAWorkbook, "Die Arbeitsmappe ist verschlüsselt"}));
 }
 
+// Each empty text costs a file three bytes, and memory ten times as much.
+TEST(DamagedWorkbook, MoreTextsThanASheetHasCellsAreTooMany) {
+  constexpr std::size_t textsOfRecord = 2500, textSize = 3;
+  const std::string texts(textsOfRecord * textSize, '\0');
+  StreamBuilder stream;
+  stream.Start(biff::SubstreamGlobals).Add(Id::Sst, uint32_t{0}, uint32_t{0xFFFFFFFF});
+  for (std::size_t count = 0; count <= MaxCells; count += textsOfRecord) {
+    stream.Add(Id::Continue, std::string_view(texts));
+  }
+  stream.End();
+  const Result<Workbook> read = ParseWorkbook(stream.File());
+  ASSERT_FALSE(read);
+  EXPECT_EQ(read.error().Text, "Die Arbeitsmappe ist zu groß");
+}
+
 // One sheet with the records that `add` appends.
 template <typename Add>
 int ErrorOfSheet(Add add) {
