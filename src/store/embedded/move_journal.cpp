@@ -7,12 +7,14 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
 #include <random>
 #include <system_error>
 #include <utility>
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "platform/file_bytes.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {
@@ -21,9 +23,9 @@ namespace {
 // No process moves into more archives; a longer file was not written here.
 constexpr off_t LongestFile = 64 << 20;
 
-Error JournalError(std::string_view directory) {
+Error JournalError(std::string_view directory, int systemError) {
   return {store_error::Failed, fmt::format("Das Verschieben lässt sich in {} nicht vermerken: {}", directory,
-                                           std::generic_category().message(errno))};
+                                           std::generic_category().message(systemError))};
 }
 
 bool IsStillNamed(int descriptor, const std::string& hostPath) {
@@ -40,12 +42,12 @@ void SyncFolder(const std::string& hostFolder) {
   ::close(descriptor);
 }
 
-std::string ReadAll(int descriptor) {
+// Nothing when it cannot be read, or is no file of notes.
+std::optional<std::string> ReadNotes(int descriptor) {
   struct stat status {};
-  if (::fstat(descriptor, &status) != 0 || status.st_size <= 0 || status.st_size > LongestFile) return {};
-  std::string content(static_cast<std::size_t>(status.st_size), '\0');
-  const ssize_t count = ::pread(descriptor, content.data(), content.size(), 0);
-  content.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+  if (::fstat(descriptor, &status) != 0 || status.st_size > LongestFile) return std::nullopt;
+  std::string content;
+  if (platform::ReadWhole(descriptor, content) != 0) return std::nullopt;
   return content;
 }
 
@@ -66,10 +68,15 @@ Status MoveJournal::NoteTarget(std::string_view archiveDirectory) {
   if (descriptor_ < 0) {
     if (const Status made = MakeFile(); !made) return made;
   }
-  const std::string line = fmt::format("{}\n", archiveDirectory);
-  const ssize_t written = ::write(descriptor_, line.data(), line.size());
-  if (written != static_cast<ssize_t>(line.size()) || ::fdatasync(descriptor_) != 0)
-    return Fail(JournalError(directory_));
+  struct stat before {};
+  if (::fstat(descriptor_, &before) != 0) return Fail(JournalError(directory_, errno));
+  int error = platform::WriteAll(descriptor_, fmt::format("{}\n", archiveDirectory));
+  if (error == 0 && ::fdatasync(descriptor_) != 0) error = errno;
+  if (error != 0) {
+    // Half a line would make one of itself and the next note, and neither archive would be found.
+    (void)::ftruncate(descriptor_, before.st_size);
+    return Fail(JournalError(directory_, error));
+  }
   noted_.insert(std::move(key));
   return {};
 }
@@ -86,9 +93,17 @@ Status MoveJournal::MakeFile() {
     const std::string path = *folder + "/" + name;
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_EXCL | O_CLOEXEC, 0660);
     if (descriptor < 0 && errno == EEXIST) continue;
-    if (descriptor < 0) return Fail(JournalError(directory_));
+    if (descriptor < 0) return Fail(JournalError(directory_, errno));
+    int locked = ::flock(descriptor, LOCK_EX);
+    while (locked != 0 && errno == EINTR) locked = ::flock(descriptor, LOCK_EX);
+    if (locked != 0) {
+      const Error error = JournalError(directory_, errno);
+      (void)::unlink(path.c_str());  // an empty file means nothing to those that find it
+      ::close(descriptor);
+      return Fail(error);
+    }
     // Between making and locking another process may have taken the empty file for that of a dead one.
-    if (::flock(descriptor, LOCK_EX) != 0 || !IsStillNamed(descriptor, path)) {
+    if (!IsStillNamed(descriptor, path)) {
       ::close(descriptor);
       continue;
     }
@@ -122,9 +137,10 @@ std::vector<AbandonedMoves> AbandonedMoves::Find(platform::FileSystem& fileSyste
     if (descriptor < 0) continue;
     AbandonedMoves moves(file.Name, *path, descriptor);
     if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !IsStillNamed(descriptor, *path)) continue;
-    moves.targets_ = Split(ReadAll(descriptor), "\n");
-    // The last line is not finished, or empty behind the end of the one before it.
-    if (!moves.targets_.empty()) moves.targets_.pop_back();
+    const auto notes = ReadNotes(descriptor);
+    if (!notes) continue;
+    moves.targets_ = Split(*notes, "\n");
+    moves.targets_.pop_back();  // the last line is not finished, or empty behind the end of the one before it
     found.push_back(std::move(moves));
   }
   return found;

@@ -43,6 +43,7 @@ class MoveJournal {
 // The notes of a process that is dead, locked against others that would settle them.
 class AbandonedMoves {
  public:
+  // Files that cannot be read stay for a later call.
   static std::vector<AbandonedMoves> Find(platform::FileSystem& fileSystem, std::string_view directory);
   AbandonedMoves(AbandonedMoves&& other) noexcept;
   AbandonedMoves& operator=(AbandonedMoves&& other) noexcept;

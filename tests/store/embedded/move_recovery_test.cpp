@@ -1,5 +1,6 @@
 // Moves between two databases, whose process dies between their commits.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 
 #include "message_fixture.h"
 #include "store/embedded/entry_store.h"
+#include "store/embedded/move_journal.h"
 #include "support/forwarding_file_system.h"
 
 namespace velmora::store::embedded {
@@ -185,6 +187,34 @@ TEST_F(MoveRecoveryTest, KilledProcessLeavesEachEntryOnce) {
     EXPECT_EQ(std::set(subjects.begin(), subjects.end()).size(), std::size_t{Mails});
     store.reset();
   }
+}
+
+// A note that found no room leaves nothing that the next one could become part of.
+TEST_F(MoveRecoveryTest, ANoteThatFailedSpoilsNoOther) {
+  std::filesystem::create_directories(directory.HostPath("moves"));
+  InChild([&] {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const auto childFiles = MakeFileSystem();
+    MoveJournal journal(*childFiles, Journals);
+    rlimit large{};
+    getrlimit(RLIMIT_FSIZE, &large);
+    const rlimit small{In.size() / 2, large.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const bool isNoted = journal.NoteTarget(In).has_value();
+    setrlimit(RLIMIT_FSIZE, &large);
+    if (isNoted || !journal.NoteTarget(Out)) _exit(1);
+  });
+  const auto found = AbandonedMoves::Find(*files, Journals);
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found.front().Targets(), std::vector<std::string>{Out});
+}
+
+TEST_F(MoveRecoveryTest, AFileThatIsNoNotesStays) {
+  std::filesystem::create_directories(directory.HostPath("moves"));
+  directory.WriteHostFile("moves/image.iso", "");
+  std::filesystem::resize_file(directory.HostPath("moves/image.iso"), std::uintmax_t{1} << 30);
+  OpenAndSettle();
+  EXPECT_EQ(JournalCount(), 1);
 }
 
 }  // namespace
