@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -15,6 +14,7 @@
 #include "platform/descriptor.h"
 #include "platform/disk_sync.h"
 #include "platform/file_system_fixture.h"
+#include "support/small_disk.h"
 
 namespace velmora::platform {
 namespace {
@@ -30,29 +30,6 @@ mode_t ModeOf(const std::string& hostPath) {
   EXPECT_EQ(stat(hostPath.c_str(), &status), 0);
   return status.st_mode & 0777;
 }
-
-// Files of this process cannot grow beyond some bytes: what a full disk does to a write, on any machine.
-class SmallDisk {
- public:
-  explicit SmallDisk(rlim_t bytes) {
-    EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &before_), 0);
-    handler_ = signal(SIGXFSZ, SIG_IGN);
-    const struct rlimit limit {
-      bytes, before_.rlim_max
-    };
-    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-  }
-  SmallDisk(const SmallDisk&) = delete;
-  SmallDisk& operator=(const SmallDisk&) = delete;
-  ~SmallDisk() {
-    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &before_), 0);
-    signal(SIGXFSZ, handler_);
-  }
-
- private:
-  struct rlimit before_ {};
-  sighandler_t handler_ = SIG_DFL;
-};
 
 TEST_F(WriteTest, WhatIsWrittenIsRead) {
   const std::string bytes("x\0y\r\n", 5);
@@ -226,7 +203,7 @@ TEST_F(WriteTest, AFullDiskIsAnErrorAndLeavesNoHalfFile) {
   dir_.WriteHostFile("kept", "old");
   const std::string big(100'000, 'x');
   {
-    const SmallDisk disk(50'000);
+    const test::SmallDisk disk(50'000);
     EXPECT_EQ(ErrorOf(files_->WriteFile(P("new"), big)), 61);
     EXPECT_EQ(ErrorOf(files_->CopyFile(P("source"), P("copy"))), 61);
     EXPECT_EQ(ErrorOf(files_->ReplaceFile(P("kept"), big)), 61);
@@ -244,7 +221,7 @@ TEST_F(WriteTest, AFullDiskIsAnErrorAndLeavesNoHalfFile) {
 TEST_F(WriteTest, AFullDiskKeepsTheContentThatWasToBeReplaced) {
   dir_.WriteHostFile("kept", "old");
   {
-    const SmallDisk disk(50'000);
+    const test::SmallDisk disk(50'000);
     EXPECT_EQ(ErrorOf(files_->ReplaceFile(P("kept"), std::string(100'000, 'x'))), 61);
   }
   EXPECT_EQ(dir_.ReadHostFile("kept"), "old");

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "base/paths.h"
@@ -20,21 +21,38 @@ tl::unexpected<Error> NoEntry(std::string_view directory, EntryKey key) {
               fmt::format("Der Eintrag {:08X} ist nicht vorhanden: {}", key, directory));
 }
 
-int HighestFile(const std::vector<AttachmentRecord>& attachments, bool hasSource) {
-  int highest = hasSource ? 1 : 0;
-  for (const auto& attachment : attachments) highest = std::max(highest, attachment.Content.File);
-  return highest;
+// Number 1 is kept for the source of a mail or the file that belongs to a fax or voice mail.
+constexpr int FirstAttachmentFile = 2;
+
+// A database from elsewhere may name any number; no entry has as many files.
+constexpr int MostFiles = 1'000'000;
+
+Result<int> NextFile(const std::vector<AttachmentRecord>& attachments) {
+  int next = FirstAttachmentFile;
+  for (const auto& attachment : attachments)
+    next = std::max(next, std::min(attachment.Content.File, MostFiles) + 1);
+  if (next <= MostFiles) return next;
+  return Fail(store_error::Damaged, "Der Eintrag nennt eine Inhaltsdatei mit einer unmöglichen Nummer");
 }
 
 // The numbers of the entry's content files that are there. Beside the registered ones also those that were
-// put beside the entry as files (the picture of a fax, the sound of a voice mail).
-std::vector<int> PresentFiles(const OpenArchive& archive, EntryKey key, int highestRegistered) {
+// put beside the entry as files (the picture of a fax, the sound of a voice mail), which follow one another
+// from 1 on or behind a registered one.
+std::vector<int> PresentFiles(const OpenArchive& archive, EntryKey key,
+                              const std::vector<AttachmentRecord>& attachments) {
+  std::set<int> registered{1};
+  for (const auto& attachment : attachments) registered.insert(attachment.Content.File);
   std::vector<int> numbers;
-  for (int number = 1;; ++number) {
-    const bool isThere = IsContentFile(archive.ContentPath(key, number));
-    if (isThere) numbers.push_back(number);
-    if (!isThere && number > highestRegistered) return numbers;
+  int number = 1;
+  for (const int first : registered) {
+    if (first < number || first > MostFiles) continue;
+    for (number = first;; ++number) {
+      const bool isThere = IsContentFile(archive.ContentPath(key, number));
+      if (isThere) numbers.push_back(number);
+      if (!isThere && number > first) break;  // the registered one itself may be missing
+    }
   }
+  return numbers;
 }
 
 }  // namespace
@@ -154,8 +172,9 @@ Status EntryStore::AddAttachment(std::string_view directory, EntryKey key, Attac
   if (!row) return Fail(row.error());
   const auto present = database.ReadAttachments(key);
   if (!present) return Fail(present.error());
-  // Number 1 is kept for the source of a mail or the file that belongs to a fax or voice mail.
-  int number = HighestFile(*present, true) + 1;
+  const auto next = NextFile(*present);
+  if (!next) return Fail(next.error());
+  int number = *next;
   auto path = (*archive)->ContentPath(key, number);
   auto written = WriteContentFile(path, bytes, (*archive)->FileMode());
   while (!written && written.error().Number == file_error::AlreadyExists) {
@@ -163,16 +182,21 @@ Status EntryStore::AddAttachment(std::string_view directory, EntryKey key, Attac
     written = WriteContentFile(path, bytes, (*archive)->FileMode());
   }
   if (!written) return written;
-  (*archive)->NoteWrittenFile(path);
   const auto size = static_cast<std::int64_t>(bytes.size());
   attachment.Size = size;
   attachment.Content = {number, 0, size, {}};
   ++row->AttachmentCount;
-  return InOneStep(**archive, [&](MessageDatabase& steps) -> Status {
+  const auto added = InOneStep(**archive, [&](MessageDatabase& steps) -> Status {
     const auto position = static_cast<int>(present->size());
     if (const auto done = steps.AddAttachment(key, position, attachment); !done) return done;
     return steps.UpdateRow(*row);
   });
+  if (!added) {
+    (void)RemoveContentFile(path);  // the caller still has the bytes
+    return added;
+  }
+  (*archive)->NoteWrittenFile(path);
+  return {};
 }
 
 Status EntryStore::Remove(std::string_view directory, EntryKey key) {
@@ -183,12 +207,10 @@ Status EntryStore::Remove(std::string_view directory, EntryKey key) {
 
 Status EntryStore::RemoveFrom(OpenArchive& archive, EntryKey key) {
   auto& database = archive.Database();
-  const auto row = database.ReadRow(key);
-  if (!row) return Fail(row.error());
+  if (const auto row = database.ReadRow(key); !row) return Fail(row.error());
   const auto attachments = database.ReadAttachments(key);
   if (!attachments) return Fail(attachments.error());
-  const int highest = HighestFile(*attachments, FieldBool((*row)[Column::HasSource]));
-  const auto numbers = PresentFiles(archive, key, highest);
+  const auto numbers = PresentFiles(archive, key, *attachments);
   const auto removed = InOneStep(archive, [&](MessageDatabase& steps) -> Status {
     for (const int number : numbers) {
       const auto file = DescribeStrayFile(archive.ContentPath(key, number), true);
@@ -235,10 +257,9 @@ Result<EntryKey> EntryStore::CopyBetween(OpenArchive& source, EntryKey key, Open
   const auto newKey = target.NextKey();
   if (!newKey) return newKey;
   record->Row.Key = *newKey;
-  const int highest = HighestFile(record->Attachments, FieldBool(record->Row[Column::HasSource]));
   std::vector<std::string> copies;
   const auto copyAll = [&]() -> Status {
-    for (const int number : PresentFiles(source, key, highest)) {
+    for (const int number : PresentFiles(source, key, record->Attachments)) {
       const auto path = target.ContentPath(*newKey, number);
       const auto copied =
           CopyContentFile(source.ContentPath(key, number), path, target.FileMode(), arrival != nullptr);

@@ -333,18 +333,27 @@ Status MessageItem::InsertDraft() {
                 [](const OtherField& field) { return std::holds_alternative<std::monostate>(field.Value); });
   const auto key = store_.Insert(directory_, std::move(record), firstFile);
   if (!key) return Fail(key.error());
+  // The attachments of a mail stand in its source.
+  if (row_.Type != item_type::EMail) {
+    if (const auto added = StoreDraftParts(*key); !added) {
+      // Half an entry is none. The draft stays whole, and may be stored again.
+      (void)store_.Remove(directory_, *key);
+      return added;
+    }
+  }
   isDraft_ = false;
   row_.Key = *key;
   changes_ = {};
   draftContent_.reset();
-  const auto parts = std::exchange(draftParts_, {});
-  const auto records = std::exchange(attachments_, std::nullopt);
-  if (row_.Type == item_type::EMail) return {};  // they stand in the source
-  for (std::size_t i = 0; i < parts.size(); ++i) {
-    if (const auto added = store_.AddAttachment(directory_, row_.Key, (*records)[i], parts[i].Bytes);
-        !added) {
-      return added;
-    }
+  draftParts_.clear();
+  attachments_.reset();
+  return {};
+}
+
+Status MessageItem::StoreDraftParts(EntryKey key) {
+  for (std::size_t i = 0; i < draftParts_.size(); ++i) {
+    const auto added = store_.AddAttachment(directory_, key, (*attachments_)[i], draftParts_[i].Bytes);
+    if (!added) return added;
   }
   return {};
 }

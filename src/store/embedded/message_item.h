@@ -65,7 +65,9 @@ class MessageItem : public DvItem {
   Result<MailContent> Content();
 
  private:
+  // All of the draft or nothing.
   Status InsertDraft();
+  Status StoreDraftParts(EntryKey key);
   // What is to be written of one field, taken out of the changes.
   EntryChanges TakeChangesOf(FieldTag tag);
   Status LoadParts();

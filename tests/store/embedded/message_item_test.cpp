@@ -1,9 +1,14 @@
 // Item objects: fields, user fields, attachments, drafts, copies.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "message_fixture.h"
+#include "store/embedded/content_files.h"
+#include "store/embedded/sqlite.h"
 #include "store/errors.h"
 #include "store/vocabulary.h"
+#include "support/small_disk.h"
 #include "target_archive.h"
 
 namespace velmora::store::embedded {
@@ -15,6 +20,10 @@ class MessageItemTest : public MessageFixture {
     auto item = store->GetEntry(archive, key);
     EXPECT_TRUE(item) << item.error().Text;
     return item ? std::move(*item) : nullptr;
+  }
+  template <typename R>
+  static int ErrorOf(const R& result) {
+    return result ? 0 : result.error().Number;
   }
   std::string Text(DvItem& item, FieldTag tag) {
     return FieldText(item.Fields().Get(tag).value_or(FieldValue{}));
@@ -359,6 +368,50 @@ TEST_F(MessageItemTest, ComposedSourceReadsBackAsTheEntry) {
   EXPECT_EQ(Text(*item, tag::Subject), "Importiert");
   EXPECT_EQ(Text(*item, tag::HtmlText), "<p>ü</p>");
   EXPECT_EQ((*item->Attachments().Item(0))->Size(), 6);
+}
+
+// Half an entry is none: the draft stands whole or not at all, and can be stored when there is room again.
+TEST_F(MessageItemTest, ADraftWhoseAttachmentFindsNoRoomStaysADraft) {
+  directory.WriteHostFile("klein.bin", "x");
+  directory.WriteHostFile("gross.bin", std::string(300'000, 'y'));
+  const auto fax = store->CreateItem(In, item_type::Fax);
+  auto& item = (*fax)->Item();
+  ASSERT_TRUE((*fax)->AsFax()->SetImage(directory.Path("klein.bin")));
+  ASSERT_TRUE(item.Attachments().Add(directory.Path("klein.bin"), 0));
+  ASSERT_TRUE(item.Attachments().Add(directory.Path("gross.bin"), 0));
+  {
+    const test::SmallDisk disk(200'000);
+    EXPECT_FALSE(item.Update());
+    EXPECT_TRUE(store->Commit());
+  }
+  EXPECT_EQ(Count(), 0);
+  ASSERT_TRUE(item.Update());
+  ASSERT_TRUE(store->Commit());
+  EXPECT_EQ(Count(), 1);
+  const auto stored = Get(item.Key());
+  ASSERT_EQ(*stored->Attachments().Count(), 2);
+  EXPECT_EQ((*stored->Attachments().Item(1))->Size(), 300'000);
+  EXPECT_EQ(ErrorOf((*stored->Attachments().Item(1))->SaveAs(directory.Path("heraus.bin"), true)), 0);
+  EXPECT_EQ(directory.ReadHostFile("heraus.bin"), std::string(300'000, 'y'));
+  for (const auto& finding : store->Check(In)) EXPECT_TRUE(finding.IsNote) << finding.Text;
+}
+
+// Numbers of content files are believed only as far as there are such files.
+TEST_F(MessageItemTest, ADatabaseThatNamesAnImpossibleContentFileCostsNoSearchForIt) {
+  const auto key = Deliver("Content-Type: text/html\n\n<p>\n");
+  directory.WriteHostFile("notiz.txt", "x");
+  ASSERT_TRUE(Get(key)->Attachments().Add(directory.Path("notiz.txt"), 0));
+  store.reset();
+  const auto database = directory.HostPath("archive/in/archive.dat");
+  ASSERT_TRUE(
+      Sqlite::Open(database, Sqlite::Mode::ReadWrite)->Execute("UPDATE attachments SET file = 2000000000"));
+  Reopen();
+  EXPECT_EQ(ErrorOf(Get(key)->Attachments().Add(directory.Path("notiz.txt"), 0)), store_error::Damaged);
+  EXPECT_TRUE(Get(key)->CopyTo(target, false));
+  EXPECT_EQ(Count(Out), 1);
+  EXPECT_TRUE(Get(key)->Delete());
+  ASSERT_TRUE(store->Commit());
+  EXPECT_FALSE(std::filesystem::exists(directory.HostPath("archive/in/" + ContentFileName(key, 1))));
 }
 
 }  // namespace
