@@ -9,6 +9,8 @@ namespace {
 constexpr std::int64_t SecondsPerDay = 86'400;
 // From 30.12.1899 to 1.1.1970.
 constexpr std::int64_t UnixEpoch = 25'569 * SecondsPerDay;
+// Beyond every year that a date can show. A file system may keep any 64-bit number as a file's time.
+constexpr std::int64_t FarthestSecond = std::int64_t{1} << 40;
 
 // How far local civil time is ahead of UTC at a moment.
 std::int64_t UtcOffset(std::int64_t unixSeconds) {
@@ -34,11 +36,12 @@ Clock& SystemClock() {
 }
 
 DateTime FromUnixTime(std::int64_t unixSeconds) {
+  unixSeconds = std::clamp(unixSeconds, -FarthestSecond, FarthestSecond);
   return DateTime::FromSeconds(unixSeconds + UtcOffset(unixSeconds) + UnixEpoch);
 }
 
 std::int64_t ToUnixTime(DateTime local) {
-  const std::int64_t asUtc = local.Seconds() - UnixEpoch;
+  const std::int64_t asUtc = std::clamp(local.Seconds(), -FarthestSecond, FarthestSecond) - UnixEpoch;
   // Offsets change at most once in two days, so the right one holds a day before or a day after.
   const std::int64_t before = asUtc - UtcOffset(asUtc - SecondsPerDay);
   const std::int64_t after = asUtc - UtcOffset(asUtc + SecondsPerDay);

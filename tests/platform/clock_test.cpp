@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <limits>
 
 namespace velmora::platform {
 namespace {
@@ -48,6 +49,15 @@ TEST_F(ClockTest, EveryMomentOfAYearComesBack) {
     EXPECT_TRUE(back == moment || back == moment - 3'600) << moment;
     EXPECT_EQ(FromUnixTime(back), local);
   }
+}
+
+TEST_F(ClockTest, TimesBeyondAllYearsAreTheFirstOrLastMomentOfThem) {
+  constexpr auto last = std::numeric_limits<std::int64_t>::max(),
+                 first = std::numeric_limits<std::int64_t>::min();
+  EXPECT_EQ(FormatDateTime(FromUnixTime(last)), "31.12.9999 23:59:59");
+  EXPECT_EQ(FormatDateTime(FromUnixTime(first)), "01.01.0001 00:00:00");
+  EXPECT_GT(ToUnixTime(DateTime::FromSeconds(last)), ToUnixTime(*ParseDateTime("31.12.9999")));
+  EXPECT_LT(ToUnixTime(DateTime::FromSeconds(first)), ToUnixTime(*ParseDateTime("01.01.0001")));
 }
 
 TEST_F(ClockTest, TheSteadyClockNeverGoesBack) {
