@@ -7,25 +7,11 @@
 #include <utility>
 
 #include "base/paths.h"
-#include "base/text.h"
 #include "store/archive_files.h"
+#include "store/embedded/list_cache.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {
-namespace {
-
-Result<bool> LiesBelow(ArchiveTree& tree, std::string directory, std::string_view ancestor) {
-  constexpr int MaxDepth = 500;  // a longer chain runs in a circle
-  for (int depth = 0; depth < MaxDepth && !directory.empty(); ++depth) {
-    if (EqualsFold(directory, ancestor)) return true;
-    auto record = tree.FindByDirectory(directory);
-    if (!record) return Fail(record.error());
-    directory = record->ParentDirectory;
-  }
-  return false;
-}
-
-}  // namespace
 
 EmbeddedArchive::EmbeddedArchive(std::shared_ptr<StoreSession> session, ArchiveRecord record,
                                  std::uint32_t rights, std::optional<std::string> fullPath)
@@ -45,9 +31,7 @@ std::string EmbeddedArchive::FullPath() const {
 }
 
 Result<std::string> EmbeddedArchive::DisplayName() {
-  if (pendingName_ && !pendingName_->empty()) return *pendingName_;
-  if (pendingName_) return std::string(FileNameOf(record_.Directory));
-  return ShownName(record_);
+  return ShownName(pendingName_ ? *pendingName_ : record_.Name, record_.Directory);
 }
 
 Status EmbeddedArchive::SetDisplayName(std::string_view name) {
@@ -77,7 +61,7 @@ Result<bool> EmbeddedArchive::AdminOnly() { return IsRoot() || Present().AdminOn
 
 Result<DateTime> EmbeddedArchive::LastModification() {
   if (const auto access = RequireAccess(); !access) return Fail(access.error());
-  static constexpr std::array<std::string_view, 2> ContentFiles{"archive.dat", "archive.dir"};
+  static constexpr std::array<std::string_view, 2> ContentFiles{archive_file::Messages, archive_file::List};
   DateTime latest;
   for (const auto file : ContentFiles) {
     const auto entry = session_->FileSystem.GetEntry(JoinPath(record_.Directory, file));
@@ -190,13 +174,6 @@ Status EmbeddedArchive::Delete() {
 Status EmbeddedArchive::Move(DvArchive& target) {
   if (const auto access = RequireRecordAccess(); !access) return access;
   if (const auto ordinary = RequireOrdinary("verschoben"); !ordinary) return ordinary;
-  if (!record_.IsLink) {
-    const auto below = LiesBelow(session_->Tree, target.ID(), record_.Directory);
-    if (!below) return Fail(below.error());
-    if (*below) {
-      return Fail(store_error::Failed, "Ein Archiv kann nicht in sich selbst verschoben werden");
-    }
-  }
   const auto targetRights = target.AccessRights();
   if (!targetRights) return Fail(targetRights.error());
   if (*targetRights == 0) {

@@ -7,6 +7,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/embedded/list_cache.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {
@@ -87,9 +88,7 @@ bool StoreSession::IsSpecial(std::string_view directory) {
   return Layout.IsSpecial(directory, *users);
 }
 
-std::string ShownName(const ArchiveRecord& record) {
-  return record.Name.empty() ? std::string(FileNameOf(record.Directory)) : record.Name;
-}
+std::string ShownName(const ArchiveRecord& record) { return ShownName(record.Name, record.Directory); }
 
 std::string ChildPath(std::string_view parentPath, const ArchiveRecord& record) {
   return fmt::format("{}/{}", parentPath, ShownName(record));

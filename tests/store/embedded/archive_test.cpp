@@ -1,3 +1,4 @@
+#include "store/archive_records.h"
 #include "store/filter.h"
 #include "store_fixture.h"
 
@@ -55,6 +56,19 @@ TEST_F(ArchiveTest, PropertiesStandInMemoryUntilUpdate) {
   EXPECT_TRUE(*again->Hidden());
   EXPECT_EQ(archive->FullPath(), "/Archive/Gemeinsam/Neu");
   EXPECT_EQ(ErrorOf(anna_->GetArchive("Gemeinsam/Alt")), store_error::NotFound);
+}
+
+TEST_F(ArchiveTest, ARecordWithoutANameShowsItsDirectoryHoweverItsPathEnds) {
+  const std::string directory = common_->ID() + "\\FREMD";
+  ASSERT_TRUE(fileSystem_->CreateFolder(directory));
+  ASSERT_TRUE(AppendArchiveRecord(*fileSystem_, common_->ID(), *DirRecord::Make(directory + "\\", "")));
+  const auto archive = common_->SubArchives()->back();
+  EXPECT_EQ(*archive->DisplayName(), "FREMD");
+  EXPECT_EQ(archive->FullPath(), "/Archive/Gemeinsam/FREMD");
+  EXPECT_EQ(Archive("Gemeinsam/FREMD")->FullPath(), archive->FullPath());
+  ASSERT_TRUE(archive->SetDisplayName("Anders"));
+  ASSERT_TRUE(archive->SetDisplayName(""));
+  EXPECT_EQ(*archive->DisplayName(), "FREMD");
 }
 
 TEST_F(ArchiveTest, UpdateWithoutWritesChangesNothing) { EXPECT_TRUE(common_->Update()); }
