@@ -12,13 +12,14 @@
 #include <memory>
 #include <utility>
 
-#include "platform/file_system.h"
-#include "store/errors.h"
+#include "platform/descriptor.h"
+#include "platform/file_bytes.h"
+#include "platform/file_errors.h"
 
 namespace velmora::store::embedded {
 namespace {
 
-namespace file_error = platform::file_error;
+using platform::Descriptor;
 
 constexpr std::size_t BaseLength = 8;
 constexpr std::size_t PieceSize = 262'144;
@@ -28,58 +29,33 @@ constexpr mode_t OwnerAndGroup = OwnerOnly | S_IRGRP | S_IWGRP;
 constexpr std::size_t MostSingleSyncs = 8;
 
 tl::unexpected<Error> Failure(int systemError, std::string_view path) {
-  int number = file_error::DeviceError;
-  if (systemError == EEXIST) number = file_error::AlreadyExists;
-  if (systemError == ENOENT) number = file_error::FileNotFound;
-  if (systemError == EACCES || systemError == EPERM || systemError == EROFS)
-    number = file_error::AccessDenied;
-  if (systemError == ENOSPC || systemError == EDQUOT) number = file_error::DiskFull;
+  const int number = platform::FailWithErrno(systemError).value().Number;
   return Fail(number, fmt::format("{}: {}", platform::FileErrorText(number), path));
 }
 
-class Descriptor {
- public:
-  Descriptor(const std::string& path, int flags, mode_t mode = 0)
-      : value_(open(path.c_str(), flags | O_CLOEXEC, mode)) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (value_ >= 0) close(value_);
-  }
-  int Value() const { return value_; }
-  // What a network file system reports only now.
-  int Close() { return close(std::exchange(value_, -1)); }
-
- private:
-  int value_;
-};
-
-bool WriteAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto written = write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
+Descriptor Open(const std::string& path, int flags, mode_t mode = 0) {
+  return Descriptor(open(path.c_str(), flags | O_CLOEXEC, mode));
 }
 
 // Fills a new file by `fill`; a file that could not be filled is removed.
 template <typename Fill>
 Status MakeFile(const std::string& path, mode_t mode, Fill fill) {
-  Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, OwnerOnly);
-  if (file.Value() < 0) return Failure(errno, path);
-  Status filled = fill(file.Value());
+  Descriptor file = Open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, OwnerOnly);
+  if (!file) return Failure(errno, path);
+  Status filled = fill(file.Get());
   // Beyond what the process's mask lets through.
-  if (filled && mode != OwnerOnly && fchmod(file.Value(), mode) != 0) filled = Failure(errno, path);
-  if (filled && file.Close() != 0) filled = Failure(errno, path);
+  if (filled && mode != OwnerOnly && fchmod(file.Get(), mode) != 0) filled = Failure(errno, path);
+  // What a network file system reports only now.
+  const int late = file.Close();
+  if (filled && late != 0) filled = Failure(late, path);
   if (!filled) unlink(path.c_str());
   return filled;
 }
 
-bool Sync(const std::string& path, int flags) {
-  const Descriptor file(path, O_RDONLY | flags);
-  return file.Value() >= 0 && fsync(file.Value()) == 0;
+Status Sync(const std::string& path, int flags) {
+  const Descriptor file = Open(path, O_RDONLY | flags);
+  if (!file || fsync(file.Get()) != 0) return Failure(errno, path);
+  return {};
 }
 
 }  // namespace
@@ -117,7 +93,7 @@ mode_t MailFileMode(const std::string& directory) {
 
 Status WriteContentFile(const std::string& path, std::string_view bytes, mode_t mode) {
   return MakeFile(path, mode, [&](int file) -> Status {
-    if (!WriteAll(file, bytes)) return Failure(errno, path);
+    if (const int error = platform::WriteAll(file, bytes); error != 0) return Failure(error, path);
     return {};
   });
 }
@@ -132,7 +108,7 @@ Status CopyContentFile(const std::string& source, const std::string& target, mod
       const auto piece = reader->Read(offset, PieceSize);
       if (!piece) return Fail(piece.error());
       if (piece->empty()) return {};
-      if (!WriteAll(file, *piece)) return Failure(errno, target);
+      if (const int error = platform::WriteAll(file, *piece); error != 0) return Failure(error, target);
       offset += static_cast<std::int64_t>(piece->size());
     }
   });
@@ -152,11 +128,14 @@ Status RemoveContentFile(const std::string& path) {
 }
 
 std::optional<StrayFile> DescribeStrayFile(const std::string& path, bool isDoomed) {
-  constexpr std::int64_t nanoseconds = 1'000'000'000;
+  constexpr std::uint64_t nanoseconds = 1'000'000'000;
   struct stat status {};
   if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  // Only to be compared: a time far off may wrap.
+  const std::uint64_t modified = static_cast<std::uint64_t>(status.st_mtim.tv_sec) * nanoseconds +
+                                 static_cast<std::uint64_t>(status.st_mtim.tv_nsec);
   return StrayFile{path.substr(path.rfind('/') + 1), static_cast<std::int64_t>(status.st_ino),
-                   status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec, isDoomed};
+                   static_cast<std::int64_t>(modified), isDoomed};
 }
 
 bool IsStillThere(const std::string& directory, const StrayFile& file) {
@@ -167,34 +146,26 @@ bool IsStillThere(const std::string& directory, const StrayFile& file) {
 Status SyncContentFiles(const std::string& directory, const std::vector<std::string>& paths) {
   if (paths.empty()) return {};
   if (paths.size() > MostSingleSyncs) {
-    const Descriptor folder(directory, O_RDONLY | O_DIRECTORY);
-    if (folder.Value() < 0 || syncfs(folder.Value()) != 0) return Failure(errno, directory);
+    const Descriptor folder = Open(directory, O_RDONLY | O_DIRECTORY);
+    if (!folder || syncfs(folder.Get()) != 0) return Failure(errno, directory);
     return {};
   }
   for (const auto& path : paths) {
-    if (!Sync(path, 0)) return Failure(errno, path);
+    if (Status synced = Sync(path, 0); !synced) return synced;
   }
-  if (!Sync(directory, O_DIRECTORY)) return Failure(errno, directory);
-  return {};
+  return Sync(directory, O_DIRECTORY);
 }
 
 Result<ContentReader> ContentReader::Open(const std::string& path) {
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
-  if (descriptor < 0) return Failure(errno, path);
-  return ContentReader(descriptor);
-}
-
-ContentReader::ContentReader(ContentReader&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)) {}
-
-ContentReader::~ContentReader() {
-  if (descriptor_ >= 0) close(descriptor_);
+  Descriptor file = embedded::Open(path, O_RDONLY | O_NOFOLLOW);
+  if (!file) return Failure(errno, path);
+  return ContentReader(std::move(file), path);
 }
 
 Result<std::string> ContentReader::Read(std::int64_t offset, std::size_t count) const {
   std::string bytes(count, '\0');
-  const auto size = pread(descriptor_, bytes.data(), count, offset);
-  if (size < 0) return Failure(errno, "");
+  const auto size = pread(file_.Get(), bytes.data(), count, offset);
+  if (size < 0) return Failure(errno, path_);
   bytes.resize(static_cast<std::size_t>(size));
   return bytes;
 }

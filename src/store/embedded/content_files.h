@@ -9,9 +9,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/result.h"
+#include "platform/descriptor.h"
 #include "store/item.h"
 
 namespace velmora::store::embedded {
@@ -63,15 +65,15 @@ Status SyncContentFiles(const std::string& directory, const std::vector<std::str
 class ContentReader {
  public:
   static Result<ContentReader> Open(const std::string& path);
-  ContentReader(ContentReader&& other) noexcept;
-  ContentReader& operator=(ContentReader&&) = delete;
-  ~ContentReader();
   // At most `count` bytes; empty at the end of the file.
   Result<std::string> Read(std::int64_t offset, std::size_t count) const;
 
  private:
-  explicit ContentReader(int descriptor) : descriptor_(descriptor) {}
-  int descriptor_;
+  ContentReader(platform::Descriptor file, std::string path)
+      : file_(std::move(file)), path_(std::move(path)) {}
+
+  platform::Descriptor file_;
+  std::string path_;
 };
 
 }  // namespace velmora::store::embedded
