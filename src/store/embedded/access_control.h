@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "base/result.h"
 #include "store/embedded/archive_tree.h"
 #include "store/embedded/store_layout.h"
 #include "store/embedded/users.h"

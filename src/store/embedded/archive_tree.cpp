@@ -81,7 +81,7 @@ std::vector<ArchiveRecord> ArchiveTree::State::OwnRecords(const std::string& dir
   return found;
 }
 
-// `path` holds the directories below that are being traced, so that a circle ends.
+// `path` holds the directories that were met so far: none is looked at twice, and so a circle ends.
 bool ArchiveTree::State::FindChain(const std::string& directory, std::vector<std::string>& path,
                                    std::vector<ArchiveRecord>& chain) {
   const std::string key = DirectoryKey(directory);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -134,10 +135,6 @@ Result<DirRecord> MakeRecord(std::string_view directory, std::string_view name, 
   if (record) WriteHead(*record, head);
   return record;
 }
-
-}  // namespace
-
-namespace {
 
 // The directory made for a new archive, and its record, which is not yet in the list.
 struct NewDirectory {

@@ -7,13 +7,13 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/archive_files.h"
 #include "store/embedded/content_files.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {
 namespace {
 
-constexpr std::string_view DatabaseName = "archive.dat";
 constexpr std::string_view JournalPrefix = "archive.dat-";
 // Keys stay positive as signed 32-bit numbers. A file with a higher number is nobody's content file.
 constexpr EntryKey HighestKey = 0x7FFFFFFF;
@@ -31,7 +31,7 @@ std::string HostDirectoryOf(const std::string& hostPath) { return hostPath.subst
 }  // namespace
 
 bool IsDatabaseFile(std::string_view fileName) {
-  return EqualsFold(fileName, DatabaseName) || StartsWithFold(fileName, JournalPrefix);
+  return EqualsFold(fileName, archive_file::Messages) || StartsWithFold(fileName, JournalPrefix);
 }
 
 std::string OpenArchive::ContentPath(EntryKey key, int number) const {
@@ -203,7 +203,7 @@ Result<OpenArchive*> DatabasePool::Find(std::string_view directory, bool create)
 
 Result<std::unique_ptr<OpenArchive>> DatabasePool::Open(std::string_view directory, bool create) {
   Watch(directory);
-  const auto path = JoinPath(directory, DatabaseName);
+  const auto path = JoinPath(directory, archive_file::Messages);
   const auto hostPath = fileSystem_.HostPath(path);
   if (!hostPath) return Fail(hostPath.error());
   const auto fileMode = MailFileMode(HostDirectoryOf(*hostPath));

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "base/paths.h"
+#include "store/archive_files.h"
 #include "store/embedded/content_files.h"
 #include "store/embedded/entry_store.h"
 #include "store/errors.h"
@@ -26,7 +27,7 @@ struct Expectation {
 Result<Expectation> ReadExpectation(platform::FileSystem& fileSystem, std::string_view directory,
                                     std::vector<EntryStore::Finding>& findings) {
   Expectation expectation;
-  const auto path = JoinPath(directory, "archive.dat");
+  const auto path = JoinPath(directory, archive_file::Messages);
   const auto hostPath = fileSystem.HostPath(path);
   if (!hostPath) return Fail(hostPath.error());
   if (!fileSystem.FileExists(path) && !fileSystem.FolderExists(path)) return expectation;
@@ -67,9 +68,12 @@ std::vector<EntryStore::Finding> EntryStore::Check(std::string_view directory) {
     return findings;
   }
   const auto hostDirectory = fileSystem_.HostPath(directory);
-  if (!hostDirectory) return {{0, hostDirectory.error().Text}};
-  const auto files = ListContentFiles(*hostDirectory);
-  if (!files) return {{0, files.error().Text}};
+  const auto files = hostDirectory ? ListContentFiles(*hostDirectory)
+                                   : Result<std::vector<FoundContentFile>>(Fail(hostDirectory.error()));
+  if (!files) {
+    findings.push_back({0, files.error().Text});
+    return findings;
+  }
   for (const auto& file : *files) {
     if (std::ranges::binary_search(expected->Keys, file.Key)) continue;
     const auto stray = expected->Strays.find(file.Name);

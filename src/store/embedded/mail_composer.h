@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "base/date_time.h"
-#include "base/result.h"
 #include "store/item.h"
 
 namespace velmora::store::embedded {

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "store/embedded/field_codec.h"
 #include "store/embedded/message_database.h"
 #include "store/embedded/message_query.h"
 #include "store/vocabulary.h"
@@ -114,12 +113,7 @@ Status MessageDatabase::ReadParts(std::span<DvEntryRow> rows) {
       "SELECT entry, kind, value FROM other_fields WHERE entry BETWEEN ? AND ? AND is_user_field = 0"
       " AND tag = 0 AND name = 'Link' ORDER BY entry",
       rows, [&isLink](DvEntryRow& row, const Query& query) {
-        if (!isLink(row)) return;
-        CodedValue coded{.Kind = query.Number(1), .IsNumber = false, .Number = 0, .Text = {}};
-        coded.IsNumber = IsNumberKind(coded.Kind);
-        if (coded.IsNumber) coded.Number = query.Number(2);
-        if (!coded.IsNumber) coded.Text = query.Text(2);
-        row.Link = FieldText(DecodeValue(coded));
+        if (isLink(row)) row.Link = FieldText(query.CodedField(1));
       });
 }
 

@@ -43,6 +43,8 @@ class MessageDatabase::Query {
   bool IsNull(int column) const { return statement_->IsNull(column); }
   std::string Text(int column) const { return statement_->Text(column); }
   FieldValue Field(int column, ColumnKind kind) const;
+  // Of a field without a column: its kind in `column`, its number or text in the next one.
+  FieldValue CodedField(int column) const;
 
  private:
   void BindOne(int parameter, std::string_view value) { statement_->Bind(parameter, value); }

@@ -37,6 +37,17 @@ FieldValue MessageDatabase::Query::Field(int column, ColumnKind kind) const {
   return Text(column);
 }
 
+FieldValue MessageDatabase::Query::CodedField(int column) const {
+  CodedValue coded{.Kind = Number(column), .IsNumber = false, .Number = 0, .Text = {}};
+  coded.IsNumber = IsNumberKind(coded.Kind);
+  if (coded.IsNumber) {
+    coded.Number = Number(column + 1);
+  } else {
+    coded.Text = Text(column + 1);
+  }
+  return DecodeValue(coded);
+}
+
 Result<int> MessageDatabase::Count() {
   const auto count = Number("SELECT count(*) FROM entries");
   if (!count) return Fail(count.error());
@@ -249,12 +260,8 @@ Result<std::vector<OtherField>> MessageDatabase::ReadOthers(EntryKey key) {
     const auto row = query->Step();
     if (!row) return Fail(row.error());
     if (!*row) return fields;
-    CodedValue coded{.Kind = query->Number(3), .IsNumber = false, .Number = 0, .Text = {}};
-    coded.IsNumber = IsNumberKind(coded.Kind);
-    if (coded.IsNumber) coded.Number = query->Number(4);
-    if (!coded.IsNumber) coded.Text = query->Text(4);
-    fields.push_back(
-        {query->Number(0) != 0, static_cast<FieldTag>(query->Number(1)), query->Text(2), DecodeValue(coded)});
+    fields.push_back({query->Number(0) != 0, static_cast<FieldTag>(query->Number(1)), query->Text(2),
+                      query->CodedField(3)});
   }
 }
 

@@ -11,12 +11,12 @@
 #include "base/text.h"
 #include "platform/host.h"
 #include "store/embedded/mail_address.h"
+#include "store/vocabulary.h"
 
 namespace velmora::store::embedded {
 namespace {
 
-constexpr std::int64_t Sent = 0;
-constexpr std::int64_t MailServerUnreachable = 43;
+constexpr std::int64_t MailServerUnreachable = 43;  // a send status, see store/send_status.cpp
 
 Result<std::vector<std::string>> AllRecipients(DvMailItem& mail) {
   std::vector<std::string> addresses;
@@ -121,7 +121,9 @@ Status SubmitMail(StoreSession& session, DvMailItem& mail, EntryKey key) {
   const auto sent = Send(session, mail, key);
   const bool isSent = sent && *sent;
   auto& item = mail.Item();
-  if (const auto set = item.Fields().Set(tag::SendStatus, isSent ? Sent : MailServerUnreachable); !set)
+  if (const auto set = item.Fields().Set(tag::SendStatus,
+                                         isSent ? std::int64_t{send_status::Sent} : MailServerUnreachable);
+      !set)
     return set;
   if (const auto updated = item.Update(); !updated) return updated;
   const auto committed = session.Messages.Commit();

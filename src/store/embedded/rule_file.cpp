@@ -5,13 +5,13 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/archive_files.h"
 #include "store/embedded/sqlite.h"
 #include "store/errors.h"
 
 namespace velmora::store::embedded {
 namespace {
 
-constexpr std::string_view FileName = "archive.urt";
 // A rule of a file from elsewhere may claim any number of targets and conditions.
 constexpr std::size_t MaxParts = 10'000;
 
@@ -160,7 +160,7 @@ tl::unexpected<Error> NoSuchRule() { return Fail(store_error::NotFound, "Die Reg
 RuleFile::RuleFile(platform::FileSystem& fileSystem, std::string directory)
     : fileSystem_(fileSystem), directory_(std::move(directory)) {}
 
-std::string RuleFile::Path() const { return JoinPath(directory_, FileName); }
+std::string RuleFile::Path() const { return JoinPath(directory_, archive_file::Rules); }
 
 // An empty file is what a process left that was killed before it wrote its first rule.
 bool RuleFile::Exists() const {

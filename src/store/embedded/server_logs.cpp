@@ -7,6 +7,7 @@
 
 #include "base/paths.h"
 #include "platform/make_folders.h"
+#include "store/archive_files.h"
 #include "store/embedded/entry_record.h"
 #include "store/embedded/message_database.h"
 #include "store/embedded/message_store.h"
@@ -56,7 +57,8 @@ Status MakeServerLogs(platform::FileSystem& fileSystem, platform::Clock& clock, 
     const std::string work = JoinPath(layout.Code(), "newlog");
     if (const auto made = platform::MakeFolders(fileSystem, work, true); !made) return made;
     if (const auto made = MakeEmptyDatabase(fileSystem, clock, work); !made) return made;
-    if (const auto moved = fileSystem.MoveFile(JoinPath(work, "archive.dat"), log); !moved) return moved;
+    if (const auto moved = fileSystem.MoveFile(JoinPath(work, archive_file::Messages), log); !moved)
+      return moved;
     if (const auto deleted = fileSystem.DeleteFolder(work, true); !deleted) return deleted;
   }
   return {};

@@ -7,6 +7,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/archive_files.h"
 #include "store/embedded/archive_tree.h"
 #include "store/embedded/message_store.h"
 #include "store/embedded/rule_file.h"
@@ -56,7 +57,7 @@ void CheckArchive(platform::FileSystem& fileSystem, MessageStore& messages, cons
         {finding.Key == 0 ? finding.Directory : fmt::format("{}, Eintrag {}", finding.Directory, finding.Key),
          finding.Text, finding.IsNote});
   }
-  CheckDatabase(fileSystem, JoinPath(directory, "archive.urt"), "rules", report);
+  CheckDatabase(fileSystem, JoinPath(directory, archive_file::Rules), "rules", report);
 }
 
 // Every directory that a record makes an archive, once; links lead to what is visited at its own place.

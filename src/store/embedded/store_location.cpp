@@ -44,7 +44,11 @@ Result<std::string> ReadRegistry(const std::string& configDirectory) {
 // The registered servers, the default one first.
 Result<std::vector<StoreLocation>> RegisteredServers(const std::string& registry) {
   const auto values = settings::ParseSettings(registry);
-  if (!values) return Fail(store_error::Damaged, "servers.toml ist beschädigt");
+  if (!values)
+    return Fail(
+        store_error::Damaged,
+        "Die Liste der Server (servers.toml im Konfigurationsverzeichnis) ist beschädigt. Bitte berichtigen "
+        "oder löschen und die Server neu eintragen.");
   std::vector<StoreLocation> servers;
   if (const auto section = values->find(ServersSection); section != values->end()) {
     for (const auto& [name, directory] : section->second) {
