@@ -24,11 +24,15 @@ Status Logged(run::Run& run, std::string_view text, const Error& error) {
   return Fail(error);
 }
 
+Error NoEntry(std::string_view directory) {
+  return {store_error::NotFound, fmt::format("Record für {} in archive.dir nicht gefunden", directory)};
+}
+
 // Of a record that is missing, the text tells all, and there is no number.
 Status LoggedMissing(run::Run& run, std::string_view directory) {
-  std::string text = fmt::format("Record für {} in archive.dir nicht gefunden", directory);
-  run.LogError(text, 0, LogOrigin, run::Severity::Error);
-  return Fail(store_error::NotFound, std::move(text));
+  const Error error = NoEntry(directory);
+  run.LogError(error.Text, 0, LogOrigin, run::Severity::Error);
+  return Fail(error);
 }
 
 Status LoggedSearch(run::Run& run, std::string_view directory, const Error& error) {
@@ -66,15 +70,11 @@ void Overwrite(std::string& records, int number, const DirRecord& record) {
   records.replace((static_cast<std::size_t>(number) - 1) * DirRecord::Size, DirRecord::Size, record.Bytes());
 }
 
-Error NoEntry(const EntryPlace& entry) {
-  return {store_error::NotFound, fmt::format("Record für {} in archive.dir nicht gefunden", entry.Directory)};
-}
-
 // Takes the entry's record out of its list; found and taken under one lock.
 Status TakeOut(platform::FileSystem& fileSystem, const EntryPlace& entry) {
   return ChangeArchiveList(fileSystem, entry.ParentDirectory, [&](std::string& records) -> Status {
     const auto found = FindEntryIn(records, entry);
-    if (!found) return Fail(NoEntry(entry));
+    if (!found) return Fail(NoEntry(entry.Directory));
     Erase(records, found->Number);
     return {};
   });
@@ -131,9 +131,9 @@ Result<DirRecord> Take(platform::FileSystem& fileSystem, std::string_view target
   const Status changed = ChangeArchiveList(fileSystem, targetDirectory, [&](std::string& records) -> Status {
     const EntryPlace temporaryPlace{std::string(targetDirectory), temporaryDirectory, ""};
     const auto temporary = FindEntryIn(records, temporaryPlace);
-    if (!temporary) return Fail(NoEntry(temporaryPlace));
+    if (!temporary) return Fail(NoEntry(temporaryPlace.Directory));
     const auto here = found ? std::nullopt : FindEntryIn(records, move.Entry);
-    if (!found && !here) return Fail(NoEntry(move.Entry));
+    if (!found && !here) return Fail(NoEntry(move.Entry.Directory));
     auto record = NewRecord(move, found ? *found : here->Record, temporary->Record);
     if (!record) return Fail(record.error());
     Overwrite(records, temporary->Number, *record);
@@ -194,7 +194,7 @@ Result<NumberedRecord> FindEntryRecord(platform::FileSystem& fileSystem, const E
   const auto content = ReadArchiveList(fileSystem, place);
   if (!content) return Fail(content.error());
   auto found = FindEntryIn(*content, entry);
-  if (!found) return Fail(NoEntry(entry));
+  if (!found) return Fail(NoEntry(entry.Directory));
   return std::move(*found);
 }
 
@@ -267,7 +267,7 @@ Result<DirRecord> DescribingRecord(platform::FileSystem& fileSystem, const Entry
   }
   const auto self = fileSystem.ReadFile(JoinPath(NormalizePath(archive.Directory), archive_file::Self));
   const auto record = self ? RecordAt(*self, 1) : std::nullopt;
-  if (!record) return Fail(NoEntry(archive));
+  if (!record) return Fail(NoEntry(archive.Directory));
   return *record;
 }
 
@@ -280,7 +280,7 @@ Status RepairArchiveDirRecord(run::Run& run, const EntryPlace& source, const Ent
   const Status written =
       ChangeArchiveList(run.fileSystem(), made.ParentDirectory, [&](std::string& records) -> Status {
         const auto found = FindEntryIn(records, made);
-        if (!found) return Fail(NoEntry(made));
+        if (!found) return Fail(NoEntry(made.Directory));
         repaired = found->Record;
         repaired.SetHead(described->Head());
         repaired.SetTail(described->Tail());

@@ -5,6 +5,7 @@
 #include "base/code_page.h"
 #include "base/text.h"
 #include "store/errors.h"
+#include "store/text_area.h"
 
 namespace velmora::store {
 namespace {
@@ -16,20 +17,7 @@ std::string MakeItem(char tag, std::string_view text) {
   return item;
 }
 
-// Without the free space behind the last item, whose NUL is kept.
-std::string_view UsedPart(std::string_view area) {
-  const std::size_t last = area.find_last_not_of('\0');
-  return last == std::string_view::npos ? std::string_view()
-                                        : area.substr(0, std::min(last + 2, area.size()));
-}
-
 bool IsControl(char32_t character) { return character < 0x20 || (character >= 0x7F && character <= 0x9F); }
-
-bool HoldsControl(std::string_view text) {
-  for (std::size_t position = 0; position < text.size();)
-    if (IsControl(NextCharacter(text, position))) return true;
-  return false;
-}
 
 std::string NameBytes(std::string_view name, std::size_t room) {
   return ToCodePage(CleanArchiveName(name), Unmappable::Underscore).substr(0, room);
@@ -59,12 +47,11 @@ std::optional<DirRecord> DirRecord::FromBytes(std::string_view bytes) {
 }
 
 Result<DirRecord> DirRecord::Make(std::string_view path, std::string_view name) {
-  if (path.empty() || !FitsCodePage(path) || HoldsControl(path))
-    return Fail(store_error::BadName, "Der Pfad enthält Zeichen, die ein Archiveintrag nicht aufnehmen kann");
+  if (path.empty()) return Fail(store_error::BadName, "Ein Archiveintrag braucht einen Pfad");
+  if (const Status checked = CheckPathCharacters(path); !checked) return Fail(checked.error());
   std::string area = MakeItem(PathTag, ToCodePage(path));
   // Room for the name's tag, one character and its NUL.
-  if (area.size() + 3 > TextSize)
-    return Fail(store_error::BadName, "Der Pfad ist zu lang für einen Archiveintrag");
+  if (area.size() + 3 > TextSize) return FailPathTooLong();
   area += MakeItem(NameTag, NameBytes(name, TextSize - area.size() - 2));
   DirRecord record;
   record.SetTextArea(area);
@@ -97,8 +84,7 @@ Status DirRecord::SetName(std::string_view name) {
     before = area.substr(0, item->TagPosition);
     behind = area.substr(item->End());
   }
-  if (before.size() + behind.size() + 3 > TextSize)
-    return Fail(store_error::BadName, "Im Archiveintrag ist kein Platz für einen Namen");
+  if (before.size() + behind.size() + 3 > TextSize) return FailNoRoomForName();
   const std::size_t room = TextSize - before.size() - behind.size() - 2;
   SetTextArea(before + MakeItem(NameTag, NameBytes(name, room)) + behind);
   return {};

@@ -1,11 +1,10 @@
 #include "store/record_edit.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "base/code_page.h"
 #include "base/text.h"
-#include "store/errors.h"
+#include "store/text_area.h"
 
 namespace velmora::store {
 namespace {
@@ -18,13 +17,6 @@ void SetGrownArea(DirRecord& record, std::string area) {
     area.back() = '\0';
   }
   record.SetTextArea(area);
-}
-
-// The free space of an area without items begins behind its last byte; the NUL of its last item is kept.
-std::string_view UsedPart(std::string_view area) {
-  const std::size_t last = area.find_last_not_of('\0');
-  return last == std::string_view::npos ? std::string_view()
-                                        : area.substr(0, std::min(last + 2, area.size()));
 }
 
 bool EndsPathComponent(std::string_view old, std::string_view rest) {
@@ -63,8 +55,7 @@ Result<DirRecord> RebuildRecord(const DirRecord& source, const DirRecord& fixedP
   const std::optional<TextItem> item = FindItem(area, DirRecord::NameTag);
   std::string rebuilt(tag == std::string_view::npos ? UsedPart(area) : area.substr(0, tag));
   // The name's tag, one character and its NUL.
-  if (rebuilt.size() + 3 > DirRecord::TextSize)
-    return Fail(store_error::BadName, "Im Archiveintrag ist kein Platz für einen Namen");
+  if (rebuilt.size() + 3 > DirRecord::TextSize) return FailNoRoomForName();
   rebuilt += DirRecord::NameTag;
   rebuilt += ToCodePage(CleanArchiveName(name), Unmappable::Underscore)
                  .substr(0, DirRecord::TextSize - rebuilt.size() - 1);
@@ -85,13 +76,11 @@ Result<bool> ReplaceRecordPath(DirRecord& record, std::span<const PathReplacemen
   bool changed = false;
   for (const PathReplacement& pair : replacements) changed = ReplaceOccurrences(path, pair) || changed;
   if (!changed) return false;
-  if (!FitsCodePage(path) || BlankControlCharacters(path) != path)
-    return Fail(store_error::BadName, "Der Pfad enthält Zeichen, die ein Archiveintrag nicht aufnehmen kann");
+  if (const Status checked = CheckPathCharacters(path); !checked) return Fail(checked.error());
   std::string rebuilt(area.substr(0, item->TagPosition + 1));
   rebuilt += ToCodePage(path);
   rebuilt += '\0';
-  if (rebuilt.size() > DirRecord::TextSize)
-    return Fail(store_error::BadName, "Der Pfad ist zu lang für einen Archiveintrag");
+  if (rebuilt.size() > DirRecord::TextSize) return FailPathTooLong();
   rebuilt += area.substr(item->End());
   SetGrownArea(record, std::move(rebuilt));
   return true;

@@ -16,6 +16,8 @@ struct BitName {
   std::string_view German;
 };
 
+// The names are those of the server's own lists, their slips included: people search for them as they stand.
+
 constexpr auto ItemFlagNames = std::to_array<BitName>({
     {item_flag::UserInhibited, ", UserInhibited", ", Vom Benutzer ausgeblendet"},
     {item_flag::Deleted, ", Deleted", ", Gelöscht"},
