@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <time.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -78,14 +79,23 @@ Status DirectoryIndex::Read() {
   const int fd = openat(descriptor_.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (fd < 0) return FailWithErrno(errno, file_error::PathNotFound);
   const std::unique_ptr<DIR, int (*)(DIR*)> directory(fdopendir(fd), closedir);
+  if (!directory) {
+    const int error = errno;
+    close(fd);
+    return FailWithErrno(error, file_error::PathNotFound);
+  }
   // The stamp is taken before the names: a change while they are read shows as another stamp.
   struct stat before {};
   if (fstat(fd, &before) != 0) return FailWithErrno(errno, file_error::PathNotFound);
   const bool isSettled = IsOlderThanASecond(before.st_ctim);
 
   std::vector<std::pair<std::string, Name>> found;
-  errno = 0;
-  while (const dirent* entry = readdir(directory.get())) {
+  // Null stands for the end and for a failure, which leaves its number. Anything else may leave one, too.
+  const auto next = [&] {
+    errno = 0;
+    return readdir(directory.get());
+  };
+  while (const dirent* entry = next()) {
     std::string name = entry->d_name;
     if (name == "." || name == "..") continue;
     std::string folded = FoldHostName(name);

@@ -17,7 +17,12 @@ constexpr std::size_t MaxOpenFolders = 64;
 // Spellings of one folder are few; a caller that invents them must not make the table grow for ever.
 constexpr std::size_t MaxSpellings = 1024;
 
-std::string CanonicalPathOf(const std::string& hostPath) {
+std::string Below(std::string path, std::string_view hostName) {
+  if (path != "/") path += '/';
+  return path += hostName;
+}
+
+std::string Canonical(const std::string& hostPath) {
   const std::unique_ptr<char, decltype(&free)> resolved(realpath(hostPath.c_str(), nullptr), free);
   return resolved ? std::string(resolved.get()) : hostPath;
 }
@@ -28,10 +33,9 @@ bool IsSameDirectory(const struct stat& a, const struct stat& b) {
 
 }  // namespace
 
-std::string Folder::HostPathOf(std::string_view hostName) const {
-  std::string path = HostPath;
-  if (path != "/") path += '/';
-  return path += hostName;
+std::string Folder::HostPathOf(std::string_view hostName) const { return Below(HostPath, hostName); }
+std::string Folder::CanonicalPathOf(std::string_view hostName) const {
+  return Below(CanonicalPath, hostName);
 }
 
 Result<std::shared_ptr<Folder>> Folders::Find(std::string_view windowsPath) {
@@ -41,7 +45,7 @@ Result<std::shared_ptr<Folder>> Folders::Find(std::string_view windowsPath) {
     const struct stat before = folder->Index.State();
     if (folder->Index.Visit(folder->HostPath) == 0) {
       if (!IsSameDirectory(before, folder->Index.State())) {
-        folder->CanonicalPath = CanonicalPathOf(folder->HostPath);
+        folder->CanonicalPath = Canonical(folder->HostPath);
         folder->Scope = {};
       }
       folder->LastUse = ++uses_;
@@ -94,7 +98,7 @@ Result<std::shared_ptr<Folder>> Folders::Open(const std::string& hostPath) {
     return FailWithErrno(error, file_error::PathNotFound);
   }
   if (folder->CanonicalPath.empty() || !IsSameDirectory(before, folder->Index.State())) {
-    folder->CanonicalPath = CanonicalPathOf(hostPath);
+    folder->CanonicalPath = Canonical(hostPath);
     folder->Scope = {};
   }
   folder->LastUse = ++uses_;

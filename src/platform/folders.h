@@ -22,7 +22,9 @@ struct Folder {
   SubtreeWatch::Scope Scope;
   std::uint64_t LastUse = 0;
 
+  // Of a name in it, by either path.
   std::string HostPathOf(std::string_view hostName) const;
+  std::string CanonicalPathOf(std::string_view hostName) const;
   bool IsWritable() const { return (Index.State().st_mode & S_IWUSR) != 0; }
 };
 

@@ -106,7 +106,7 @@ Status HostFiles::DeleteOneFolder(const std::shared_ptr<Folder>& folder, const s
   }
   if (!LeadsToFolder(*folder, hostName)) return FailWith(file_error::PathNotFound);
   if (!folder->IsWritable()) return FailWith(file_error::AccessDenied);
-  const std::string path = (folder->CanonicalPath == "/" ? "" : folder->CanonicalPath) + "/" + hostName;
+  const std::string path = folder->CanonicalPathOf(hostName);
   if (S_ISLNK(status.st_mode)) {
     if (unlinkat(directory, hostName.c_str(), 0) != 0) return FailWithErrno(errno);
   } else {

@@ -1,6 +1,5 @@
 // Host directories of the process, by the XDG base directories and user directories.
 
-#include <limits.h>
 #include <pwd.h>
 #include <unistd.h>
 

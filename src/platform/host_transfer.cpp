@@ -67,12 +67,8 @@ Status HostFiles::MoveFile(std::string_view source, std::string_view target) {
   if (!to) return Fail(to.error());
 
   const bool isFolder = S_ISDIR(status.st_mode);
-  const auto canonicalPath = [](const Place& place, const std::string& name) {
-    const std::string& folder = place.In->CanonicalPath;
-    return (folder == "/" ? "" : folder) + "/" + name;
-  };
   if (isFolder) {
-    watch_.TellFolder(canonicalPath(*from, oldName));
+    watch_.TellFolder(from->In->CanonicalPathOf(oldName));
   } else if (Status told = Tell(*from); !told) {
     return told;
   }
@@ -98,10 +94,10 @@ Status HostFiles::MoveFile(std::string_view source, std::string_view target) {
   from->In->Index.NoteRemoved(oldName);
   to->In->Index.NoteCreated(to->HostName, isFolder ? NameKind::Folder : NameKind::File);
   if (isFolder) {
-    const std::string oldPath = canonicalPath(*from, oldName);
+    const std::string oldPath = from->In->CanonicalPathOf(oldName);
     folders_.Forget(oldPath);
     watch_.CountFolderChange(oldPath);
-    watch_.CountFolderChange(canonicalPath(*to, to->HostName));
+    watch_.CountFolderChange(to->In->CanonicalPathOf(to->HostName));
   }
   NoteChange(*from->In);
   NoteChange(*to->In);

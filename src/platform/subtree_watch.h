@@ -20,7 +20,7 @@ class SubtreeWatch {
   struct Table;
 
   // What applies to one folder, so that nothing is searched per file. Kept beside the folder; brought up to
-  // date by ScopeOf.
+  // date by each call that takes it.
   struct Scope {
     std::uint64_t Version = 0;
     std::vector<std::weak_ptr<Registration>> Registrations;

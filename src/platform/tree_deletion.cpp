@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <memory>
@@ -79,6 +80,11 @@ class Deleter {
     const int fd = openat(current_.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0) return NoteErrno();
     const std::unique_ptr<DIR, int (*)(DIR*)> directory(fdopendir(fd), closedir);
+    if (!directory) {
+      NoteErrno();
+      close(fd);
+      return;
+    }
     // Taken whole first: what a directory lists while it is changed is nobody's promise.
     std::vector<std::string> names;
     while (const dirent* entry = readdir(directory.get())) names.emplace_back(entry->d_name);

@@ -5,15 +5,11 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "platform/path_map.h"
 #include "settings/options_table.h"
 
 namespace velmora::settings {
 namespace {
-
-bool IsDrive(std::string_view name) {
-  const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
-  return name.size() == 2 && isLetter(name[0]) && name[1] == ':';
-}
 
 bool IsShare(std::string_view name) {
   if (!name.starts_with("\\\\")) {
@@ -34,7 +30,7 @@ void AddMappings(std::vector<platform::PathMapping>& mappings, const Values& val
     const bool known = std::any_of(mappings.begin(), mappings.end(), [&](const platform::PathMapping& row) {
       return EqualsFold(row.WindowsPrefix, prefix);
     });
-    if (!known && directory.starts_with("/") && (IsDrive(prefix) || IsShare(prefix))) {
+    if (!known && directory.starts_with("/") && (platform::IsDriveName(prefix) || IsShare(prefix))) {
       mappings.push_back({prefix, directory});
     }
   }
