@@ -1,9 +1,8 @@
 // Workbooks from and to a text that scripts write and read:
 //   workbook_tool write FILE < TEXT    a new workbook
 //   workbook_tool dump FILE > TEXT     what a workbook holds
-//   workbook_tool append FILE SHEET < TEXT    the rows of the text's only sheet as records; its first row
-//   names
-//                                             the columns
+//   workbook_tool append FILE SHEET < TEXT    the rows of the text's only sheet as records, behind a first
+//   row that names the columns
 // A text has one item a line: "sheet HEADER-ROWS HIDDEN HEX" begins a sheet, "row" a row, and a cell is
 // "empty", "number X", "bool 0|1", "date SECONDS" (since 30.12.1899) or "text HEX", where HEX is UTF-8.
 #include <fmt/format.h>
