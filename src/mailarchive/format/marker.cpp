@@ -70,6 +70,22 @@ bool IsUnwritten(platform::FileSystem& fileSystem, const std::string& path) {
   return entry && !entry->IsFolder && entry->Size == 0;
 }
 
+// All markers of a directory but one; "" for none to keep.
+void RemoveMarkers(platform::FileSystem& fileSystem, std::string_view directory, std::string_view kept) {
+  for (const auto& marker : MarkerNames) {
+    for (const auto name : {marker.Name, marker.Legacy}) {
+      // Most of the names are not there, and a marker that cannot go is what the caller will see anyway.
+      if (!name.empty() && name != kept) (void)fileSystem.DeleteFile(JoinPath(directory, name), true);
+    }
+  }
+}
+
+// A whole marker in the place of the one that stands there: a failure leaves the old one.
+Status ReplaceMarker(platform::FileSystem& fileSystem, const std::string& path, std::string_view bytes) {
+  (void)fileSystem.SetReadOnly(path, false);  // it may be of another kind, and so not be there
+  return fileSystem.ReplaceFile(path, bytes);
+}
+
 MarkerProbe Found(MailArcKind kind, std::string_view markerFile) {
   return {.Kind = kind,
           .CanHoldContent = kind == MailArcKind::Root || kind == MailArcKind::Sub,
@@ -95,26 +111,24 @@ MailArcKind GetMailArcKind(platform::FileSystem& fileSystem, std::string_view di
 
 Status WriteArchiveMarker(platform::FileSystem& fileSystem, std::string_view directory, MailArcKind kind,
                           const MarkerTexts& texts, bool force) {
-  if (kind == MailArcKind::None || force) ClearArchiveMarkers(fileSystem, directory);
+  if (kind == MailArcKind::None) ClearArchiveMarkers(fileSystem, directory);
   const auto* marker = std::ranges::find(MarkerNames, kind, &MarkerName::Kind);
   if (marker == std::end(MarkerNames)) return {};
   const auto path = JoinPath(directory, marker->Name);
+  const bool isMarked = GetMailArcKind(fileSystem, directory) != MailArcKind::None;
   // A marker that stands survives later runs: it may have been set by hand.
-  if (!force && GetMailArcKind(fileSystem, directory) != MailArcKind::None && !IsUnwritten(fileSystem, path))
-    return {};
-  if (auto written = fileSystem.WriteFile(path, FormatMarker(*marker, texts)); !written) return written;
+  if (!force && isMarked && !IsUnwritten(fileSystem, path)) return {};
+  const auto bytes = FormatMarker(*marker, texts);
+  const auto written = isMarked ? ReplaceMarker(fileSystem, path, bytes) : fileSystem.WriteFile(path, bytes);
+  if (!written) return written;
   // A medium without attributes still holds a whole marker.
   (void)fileSystem.SetHidden(path, true);
+  if (force) RemoveMarkers(fileSystem, directory, marker->Name);
   return {};
 }
 
 void ClearArchiveMarkers(platform::FileSystem& fileSystem, std::string_view directory) {
-  for (const auto& marker : MarkerNames) {
-    for (const auto name : {marker.Name, marker.Legacy}) {
-      // Most of the names are not there, and a marker that cannot go is what the caller will see anyway.
-      if (!name.empty()) (void)fileSystem.DeleteFile(JoinPath(directory, name), true);
-    }
-  }
+  RemoveMarkers(fileSystem, directory, "");
 }
 
 std::optional<ArcDescriptor> ReadArcDescriptor(platform::FileSystem& fileSystem, std::string_view directory) {

@@ -37,10 +37,9 @@ struct MarkerTexts {
   std::string CopyRight{};    // likewise
 };
 
-// Without `force` an existing marker stays as it is unless it is the same kind's and has no byte; kind None
-// ends without writing. With `force`, and
-// for kind None, all markers of the directory are removed first. A failed write is returned, the caller goes
-// on.
+// Without `force` an existing marker stays as it is unless it is the same kind's and has no byte. With
+// `force` the new one takes the place of all others, which go once it stands. Kind None removes all and
+// writes none. A failed write is returned and leaves the directory as marked as it was; the caller goes on.
 Status WriteArchiveMarker(platform::FileSystem& fileSystem, std::string_view directory, MailArcKind kind,
                           const MarkerTexts& texts, bool force);
 // Deletes all seven marker names, ignoring each failure.

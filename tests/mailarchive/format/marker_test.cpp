@@ -107,6 +107,31 @@ TEST_F(MarkerTest, AForcedMarkerReplacesEveryOther) {
   EXPECT_FALSE(Exists("VelmoraRootArc"));
 }
 
+TEST_F(MarkerTest, AForcedMarkerThatCannotBeWrittenCostsNoneThatStands) {
+  struct Full : test::ForwardingFileSystem {
+    using ForwardingFileSystem::ForwardingFileSystem;
+    Status WriteFile(std::string_view, std::string_view, const platform::WriteOptions&) override {
+      return Fail(platform::file_error::DiskFull, "voll");
+    }
+    Status ReplaceFile(std::string_view, std::string_view, const platform::WriteOptions&) override {
+      return Fail(platform::file_error::DiskFull, "voll");
+    }
+  } full(*Files);
+  Mark(MailArcKind::Sub, false, {.DisplayName = "Eingang"});
+  for (const MailArcKind kind : {MailArcKind::Sub, MailArcKind::Root}) {
+    EXPECT_FALSE(WriteArchiveMarker(full, Folder.Path(), kind, {.DisplayName = "Neu"}, true));
+    EXPECT_EQ(Kind(), MailArcKind::Sub);
+    EXPECT_EQ(ReadArcDescriptor(*Files, Folder.Path())->ArchiveDisplayName, "Eingang");
+  }
+}
+
+TEST_F(MarkerTest, AForcedMarkerReplacesOneThatIsReadOnlyToo) {
+  Mark(MailArcKind::Sub, false, {.DisplayName = "Alt"});
+  ASSERT_TRUE(Files->SetReadOnly(Folder.Path("VelmoraSubArc.vla"), true));
+  Mark(MailArcKind::Sub, true, {.DisplayName = "Neu"});
+  EXPECT_EQ(ReadArcDescriptor(*Files, Folder.Path())->ArchiveDisplayName, "Neu");
+}
+
 TEST_F(MarkerTest, KindNoneRemovesTheMarkersForcedOrNot) {
   for (const bool force : {false, true}) {
     Mark(MailArcKind::Root);
