@@ -16,16 +16,13 @@ namespace {
 // What stands in for a name of which nothing is left.
 constexpr std::string_view Nameless = "Anhang";
 
-constexpr std::array<std::string_view, 5> NamesBesidePages = {"index.html", "index2.html", "index3.html",
-                                                              "autorun.inf", "shellexec.exe"};
+constexpr std::array NamesBesidePages = {directory_file::DateIndex, directory_file::SubjectIndex,
+                                         directory_file::AddressIndex, directory_file::Autorun,
+                                         directory_file::Launcher};
 
 // Room for the number of a name that is taken, below the 255 bytes that a file name can have.
 constexpr std::size_t LongestName = 200;
 constexpr std::size_t LongestExtension = 32;
-
-// Descriptors are found by their extension; one that came with a message could name any file of the
-// directory.
-constexpr std::string_view DescriptorExtension = ".add";
 
 bool CanStandInFileName(std::string_view text) {
   return text.find_first_of(R"(/\:*?"<>|)") == std::string_view::npos &&
@@ -95,6 +92,8 @@ std::string PlainAttachmentFileName(std::string_view name) {
 }
 
 std::string AvoidReservedName(std::string_view name, bool besidePages) {
+  // Descriptors are found by their extension; one that came with a message could name any file of the
+  // directory.
   if (besidePages && name.size() >= DescriptorExtension.size() &&
       EqualsFold(name.substr(name.size() - DescriptorExtension.size()), DescriptorExtension)) {
     return std::string(name) + "_";

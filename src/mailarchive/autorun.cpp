@@ -5,20 +5,16 @@
 #include "base/date_time.h"
 #include "base/paths.h"
 #include "mailarchive/content_index.h"
+#include "mailarchive/format/file_names.h"
 
 namespace velmora::mailarchive {
 
-namespace {
-
-constexpr std::string_view AutorunName = "autorun.inf";
-constexpr std::string_view LauncherName = "shellexec.exe";
-
-}  // namespace
+using directory_file::Autorun, directory_file::Launcher;
 
 void WriteAutorunInf(IndexContext& context, std::string_view directory) {
   platform::FileSystem& fileSystem = context.run.fileSystem();
-  const std::string autorun = JoinPath(directory, AutorunName);
-  const std::string launcher = JoinPath(directory, LauncherName);
+  const std::string autorun = JoinPath(directory, Autorun);
+  const std::string launcher = JoinPath(directory, Launcher);
   // Every failure here leaves the mail archive as usable as before.
   if (!context.CreateAutorunInf) {
     (void)fileSystem.DeleteFile(autorun, false);
@@ -27,9 +23,9 @@ void WriteAutorunInf(IndexContext& context, std::string_view directory) {
   }
   const std::string text = fmt::format(
       "[autorun]\r\nopen={0} index.html\r\nicon={0}\r\n\r\n;Velmora Mail-Archiv\r\n;Created {1}\r\n",
-      LauncherName, FormatDateTime(context.run.clock().Now()));
+      Launcher, FormatDateTime(context.run.clock().Now()));
   (void)fileSystem.WriteFile(autorun, ToCodePage(text));
-  (void)fileSystem.CopyFile(JoinPath(context.ProgramDirectory, LauncherName), launcher);
+  (void)fileSystem.CopyFile(JoinPath(context.ProgramDirectory, Launcher), launcher);
 }
 
 }  // namespace velmora::mailarchive

@@ -9,6 +9,7 @@
 #include "base/sort_rows.h"
 #include "base/text.h"
 #include "mailarchive/format/descriptor.h"
+#include "mailarchive/format/file_names.h"
 #include "mailarchive/format/marker.h"
 #include "mailarchive/index_page.h"
 
@@ -16,10 +17,8 @@ namespace velmora::mailarchive {
 
 namespace {
 
-constexpr std::string_view DateIndexName = "index.html";
-constexpr std::string_view SubjectIndexName = "index2.html";
-constexpr std::string_view AddressIndexName = "index3.html";
-constexpr std::array IndexNames = {SubjectIndexName, AddressIndexName, DateIndexName};
+constexpr std::array IndexNames = {directory_file::SubjectIndex, directory_file::AddressIndex,
+                                   directory_file::DateIndex};
 
 Error Unreadable(std::string_view path) {
   constexpr int number = platform::file_error::DeviceError;
@@ -98,16 +97,17 @@ void WriteIndexes(IndexContext& context, const IndexContent& content, bool showP
   const bool isTree = content.IsRoot && !hasEntries;
   const auto byDate =
       SortRows(KeysOf(content.Rows, [](const IndexRow& row) { return row.Date; }), dateSortedUp);
-  WriteIndexFile(context, isTree ? Form::TreeIndex : Form::IndexByDate, DateIndexName, content, byDate,
-                 showProgress);
+  WriteIndexFile(context, isTree ? Form::TreeIndex : Form::IndexByDate, directory_file::DateIndex, content,
+                 byDate, showProgress);
   if (isTree) return;
   // The subject index stands in the order of file names, so that fax pages come together.
   const auto byFile =
       SortRows(KeysOf(content.Rows, [](const IndexRow& row) { return ToLower(row.PageFile); }), true);
-  WriteIndexFile(context, Form::IndexBySubject, SubjectIndexName, content, byFile, showProgress);
+  WriteIndexFile(context, Form::IndexBySubject, directory_file::SubjectIndex, content, byFile, showProgress);
   const auto byAddress =
       SortRows(KeysOf(content.Rows, [](const IndexRow& row) { return ToLower(row.Sortaddr); }), true);
-  WriteIndexFile(context, Form::IndexByAddress, AddressIndexName, content, byAddress, showProgress);
+  WriteIndexFile(context, Form::IndexByAddress, directory_file::AddressIndex, content, byAddress,
+                 showProgress);
 }
 
 void IndexDirectory(IndexContext& context, const std::string& directory, bool showProgress,
@@ -186,7 +186,7 @@ void BuildContentIndex(IndexContext& context, std::string_view directory, bool r
                        bool dateSortedUp) {
   context.designs.ForgetTexts();
   IndexTree(context, StripBackslash(directory), recursive, showProgress, dateSortedUp, 0);
-  if (context.run.fileSystem().FileExists(JoinPath(directory, DateIndexName))) {
+  if (context.run.fileSystem().FileExists(JoinPath(directory, directory_file::DateIndex))) {
     WriteAutorunInf(context, directory);
   }
 }

@@ -1,6 +1,7 @@
 #include "mailarchive/entry_files.h"
 
-#include "base/paths.h"
+#include <algorithm>
+
 #include "mailarchive/format/descriptor.h"
 
 namespace velmora::mailarchive {

@@ -104,7 +104,8 @@ bool MoveAll(FileSystem& fileSystem, std::string_view directory, const std::vect
   for (auto move = moves.begin(); move != moves.end(); ++move) {
     if (move->From == move->To) continue;
     if (fileSystem.MoveFile(JoinPath(directory, move->From), JoinPath(directory, move->To))) continue;
-    while (move-- != moves.begin()) {
+    while (move != moves.begin()) {
+      --move;
       // The way back was the way here a moment ago; there is nothing left to try when it is barred.
       (void)fileSystem.MoveFile(JoinPath(directory, move->To), JoinPath(directory, move->From));
     }

@@ -1,6 +1,5 @@
 #include "mailarchive/mail_export.h"
 
-#include "base/paths.h"
 #include "base/text.h"
 #include "mailarchive/attachment_names.h"
 #include "mailarchive/format/file_names.h"

@@ -3,22 +3,16 @@
 #include <fmt/format.h>
 
 #include <utility>
-#include <vector>
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "mailarchive/format/file_names.h"
 
 namespace velmora::mailarchive {
 namespace {
 
 constexpr std::string_view NotesName = "VelmoraMove.tmp";
 constexpr char EntryMark = '*', WithdrawalMark = '?';  // no Windows name begins so
-constexpr std::string_view DescriptorExtension = ".add";
-
-// Whether a noted path may be deleted: it leads to one file below the directory.
-bool IsUsablePath(std::string_view path) {
-  return IsSafeRelativePath(path) && path.find_first_of("*?") == std::string_view::npos;
-}
 
 }  // namespace
 
@@ -61,17 +55,20 @@ void MoveNotes::ReadOld() {
       entryLine = line;
     } else if (line.front() == WithdrawalMark) {
       old_->erase(line.substr(1));
-    } else if (IsUsablePath(line)) {
+    } else if (LeadsToOneFile(line)) {
       old_->insert_or_assign(line, entryLine);
     }
   }
+  for (const auto& [path, line] : *old_) oldPaths_[line].push_back(path);
 }
 
 // The descriptor goes first: what is left without one is known for the rest of an entry.
 void MoveNotes::TakeBack(const std::string& entryLine, const IndexFields& entry) {
+  const auto noted = oldPaths_.find(entryLine);
+  if (noted == oldPaths_.end()) return;
   std::vector<std::string> descriptors, others;
-  for (const auto& [path, line] : *old_) {
-    if (line == entryLine) (path.ends_with(DescriptorExtension) ? descriptors : others).push_back(path);
+  for (const std::string& path : noted->second) {
+    if (old_->contains(path)) (path.ends_with(DescriptorExtension) ? descriptors : others).push_back(path);
   }
   for (const std::string& descriptor : descriptors) {
     if (IsOther(descriptor, entry)) return;

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "mailarchive/format/descriptor.h"
 #include "platform/file_system.h"
@@ -41,8 +42,10 @@ class MoveNotes {
 
   platform::FileSystem& fileSystem_;
   std::string directory_, archiveId_;
-  // The entry lines of older notes by the paths that stand under them; nothing until they were read.
+  // The entry lines of older notes by the paths that stand under them; nothing until they were read. The
+  // other way round all paths that did when they were read: some may have gone from the first since.
   std::optional<std::map<std::string, std::string>> old_;
+  std::map<std::string, std::vector<std::string>> oldPaths_;
 };
 
 }  // namespace velmora::mailarchive

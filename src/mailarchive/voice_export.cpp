@@ -29,8 +29,8 @@ void VoiceExport::WritePage() {
   Page page;
   page.Base = base_;
   page.Descriptor.Kind = EntryKind::Voice;
-  (void)place_.FolderPrefix(
-      Component::VoiceMails);  // it is there for every voice mail, with a recording or not
+  // The folder is there for every voice mail, with a recording or not.
+  (void)place_.FolderPrefix(Component::VoiceMails);
   const std::string link = options_.SaveAttachments ? SaveRecording(page) : "";
   // Unlike other kinds, a page keeps its comment variable where comments are not asked for.
   if (options_.SaveComments) WriteComment(page, page.Base + ".txt");

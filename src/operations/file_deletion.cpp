@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "mailarchive/entry_operations.h"
 #include "mailarchive/format/descriptor.h"
+#include "mailarchive/format/file_names.h"
 #include "mailarchive/format/marker.h"
 #include "operations/operation.h"
 #include "platform/host_folders.h"
@@ -18,12 +19,12 @@ namespace {
 
 namespace file_error = platform::file_error;
 namespace fs = std::filesystem;
+namespace directory_file = mailarchive::directory_file;
 using mailarchive::MailArcKind;
 using platform::FileSystem;
 using platform::ListWhat;
 
 constexpr std::string_view AllFiles = "*.*";
-constexpr std::string_view AutorunName = "autorun.inf", AutorunProgram = "shellexec.exe";
 
 bool IsGone(const Error& error) {
   return error.Number == file_error::FileNotFound || error.Number == file_error::PathNotFound;
@@ -102,7 +103,8 @@ class MarkedFiles {
       }
     }
     DeletePlainFile(name);
-    if (EqualsFold(name, AutorunName)) DeletePlainFile(AutorunProgram);
+    // Without the autorun file nothing starts what it launches.
+    if (EqualsFold(name, directory_file::Autorun)) DeletePlainFile(directory_file::Launcher);
   }
 
   // What another entry of the selection took with it is as good as deleted.

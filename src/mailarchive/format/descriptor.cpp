@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "mailarchive/format/file_names.h"
 #include "mailarchive/format/text_file.h"
 
 namespace velmora::mailarchive {
@@ -24,16 +25,11 @@ void AppendLine(std::string& bytes, std::string_view key, std::string_view value
   bytes += "\r\n";
 }
 
-// Whether a path of a descriptor may be used. A wildcard would make one deletion take many files.
-bool IsUsablePath(std::string_view path) {
-  return IsSafeRelativePath(path) && path.find_first_of("*?") == std::string_view::npos;
-}
-
 std::string TextValue(std::string_view bytes) { return BlankControlCharacters(DecodeValue(bytes)); }
 
 std::string PathValue(std::string_view bytes) {
   auto path = DecodeValue(bytes);
-  if (!IsUsablePath(path)) path.clear();
+  if (!LeadsToOneFile(path)) path.clear();
   return path;
 }
 
@@ -85,11 +81,15 @@ std::string FormatDescriptor(const EntryDescriptor& descriptor) {
   return bytes;
 }
 
+bool LeadsToOneFile(std::string_view path) {
+  return IsSafeRelativePath(path) && path.find_first_of("*?") == std::string_view::npos;
+}
+
 std::string DescriptorName(std::string_view pageFile) {
   constexpr std::string_view Extension = ".htm";
   const auto lower = [](char letter) { return 'A' <= letter && letter <= 'Z' ? letter - 'A' + 'a' : letter; };
   const auto cut = std::ranges::search(pageFile, Extension, {}, lower);
-  return std::string(pageFile.begin(), cut.begin()) + ".add";
+  return std::string(pageFile.begin(), cut.begin()) + std::string(DescriptorExtension);
 }
 
 IndexFields ParseIndexFields(std::string_view descriptorBytes) {
@@ -139,7 +139,7 @@ std::vector<std::string> SplitAttachments(std::string_view value) {
   std::vector<std::string> paths;
   for (const auto& piece : Split(value, "\",\"")) {
     auto path = ReplaceAll(piece, "\"", "");
-    if (IsUsablePath(path)) paths.push_back(std::move(path));
+    if (LeadsToOneFile(path)) paths.push_back(std::move(path));
   }
   return paths;
 }

@@ -70,6 +70,9 @@ std::optional<IndexFields> ReadIndexFields(platform::FileSystem& fileSystem, std
                                            std::string_view pageFile);
 std::optional<EntryFields> ReadEntryFields(platform::FileSystem& fileSystem, std::string_view directory,
                                            std::string_view pageFile);
+// Whether a path that is told somewhere in a mail archive leads to one file at or below its directory: no way
+// out, and no wildcard, which would make one deletion take many files.
+bool LeadsToOneFile(std::string_view path);
 // The quoted list of an Attachments value as paths, unsafe ones left out.
 std::vector<std::string> SplitAttachments(std::string_view value);
 

@@ -60,13 +60,6 @@ std::string SanitizeFileName(std::string_view text, bool replaceHash) {
   return FromCodePage(ToCodePage(name, Unmappable::Underscore));
 }
 
-std::string StripControlChars(std::string_view text) {
-  std::string stripped(text);
-  std::ranges::replace_if(
-      stripped, [](char byte) { return static_cast<unsigned char>(byte) < 32; }, ' ');
-  return stripped;
-}
-
 std::string EntryBaseName(std::string_view subject) {
   // Only the beginning can matter, so a subject of megabytes costs no more than a short one.
   const auto beginning = LeftCharacters(subject, BaseNameLength);
@@ -80,8 +73,9 @@ std::string ArchiveDirectoryName(std::string_view displayName, std::string_view 
 }
 
 bool IsMailArcHelperFile(std::string_view fileName) {
-  constexpr std::string_view Names[] = {"index2.html", "index3.html", "shellexec.exe"};
-  constexpr std::string_view Extensions[] = {".add", ".smtp", ".vla"};
+  constexpr std::string_view Names[] = {directory_file::SubjectIndex, directory_file::AddressIndex,
+                                        directory_file::Launcher};
+  constexpr std::string_view Extensions[] = {DescriptorExtension, ".smtp", ".vla"};
 
   const auto equalsName = [&](std::string_view name) { return EqualsFold(fileName, name); };
   if (std::ranges::any_of(Names, equalsName) || std::ranges::any_of(LegacyMarkerNames, equalsName))

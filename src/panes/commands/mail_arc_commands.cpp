@@ -5,7 +5,7 @@
 #include "base/paths.h"
 #include "mailarchive/content_index.h"
 #include "mailarchive/entry_operations.h"
-#include "panes/commands/pane_changes.h"
+#include "mailarchive/format/file_names.h"
 
 namespace velmora::panes {
 namespace {
@@ -76,7 +76,8 @@ Outcome CmdIndexTree(CommandContext& context) { return RunIndexCommand(context, 
 Outcome CmdIndexCurrent(CommandContext& context) { return RunIndexCommand(context, CurrentCommand); }
 
 Outcome ShowIndex(CommandContext& context) {
-  const std::string path = JoinPath(context.Panes.Files().CurrentPath(), "index.html");
+  const std::string path =
+      JoinPath(context.Panes.Files().CurrentPath(), mailarchive::directory_file::DateIndex);
   if (context.files().FileExists(path)) {
     context.App.run.frontEnd().viewers.OpenDocument(path);
   } else {

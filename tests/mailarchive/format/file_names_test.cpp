@@ -37,7 +37,9 @@ TEST(SanitizeFileName, LeavesDeviceNamesAndTrailingBlanksAlone) {
   EXPECT_EQ(SanitizeFileName("", true), "");
 }
 
-TEST(StripControlChars, KeepsTheLength) { EXPECT_EQ(StripControlChars("a\r\nb\x7F"), "a  b\x7F"); }
+TEST(SanitizeFileName, MakesOneBlankOfEachControlCharacterBelowU0020) {
+  EXPECT_EQ(SanitizeFileName("a\r\nb\x7F", true), "a  b\x7F");
+}
 
 TEST(EntryBaseName, CutsAtFiftyNineCharacters) {
   EXPECT_EQ(EntryBaseName(std::string(70, 'x')), std::string(59, 'x'));
