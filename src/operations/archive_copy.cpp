@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "base/paths.h"
-#include "base/text.h"
 #include "operations/archive_links.h"
 #include "run/summary.h"
 #include "store/archive_entries.h"
+#include "store/archive_key.h"
 #include "store/errors.h"
 
 namespace velmora::operations {
@@ -45,8 +45,6 @@ Status SetProperties(store::DvArchive& source, store::DvArchive& made) {
   return made.Update();
 }
 
-std::string Key(std::string_view id) { return FoldCase(StripBackslash(NormalizePath(id))); }
-
 }  // namespace
 
 bool IsRecursiveCopy(std::string_view sourceId, std::string_view targetId) {
@@ -67,6 +65,7 @@ std::string KeepDirectoryName(run::Run& run, std::string_view sourceId, std::str
   const std::string_view name = FileNameOf(source);
   if (!run.fileSystem().FolderExists(JoinPath(NormalizePath(targetId), name)))
     return fmt::format("{{{}}}", name);
+  // "Verzeichnissnamens" is deliberate: users know the text so.
   run.frontEnd().prompts.Message(
       "Doppelter Verzeichnisname",
       "Es existiert bereits ein Archiv mit gleichem Verzeichnisnamen.\r\n"
@@ -160,7 +159,7 @@ void ArchiveCopy::CopyContent(store::DvArchive& source, const store::DvArchive* 
     made = MakeTarget(source, parent, name, target);
     if (made.Archive) names.Add(name, made.Archive);
   }
-  if (made.Archive && Key(made.Archive->ID()) == Key(source.ID())) {
+  if (made.Archive && store::ArchiveKey(made.Archive->ID()) == store::ArchiveKey(source.ID())) {
     run.LogError(path, std::int64_t{0}, "Quelle und Ziel sind dasselbe Archiv", run::Severity::Warning);
   } else if (made.Archive) {
     NoteTarget(*made.Archive);
@@ -256,10 +255,12 @@ bool ArchiveCopy::DeletesSources() const {
 }
 
 bool ArchiveCopy::TakesContent(const store::DvArchive& archive) const {
-  return targets_.contains(Key(archive.ID()));
+  return targets_.contains(store::ArchiveKey(archive.ID()));
 }
 
-void ArchiveCopy::NoteTarget(const store::DvArchive& archive) { targets_.insert(Key(archive.ID())); }
+void ArchiveCopy::NoteTarget(const store::DvArchive& archive) {
+  targets_.insert(store::ArchiveKey(archive.ID()));
+}
 
 // --- Links. ---
 

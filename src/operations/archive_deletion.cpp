@@ -2,7 +2,6 @@
 
 #include <fmt/core.h>
 
-#include "base/paths.h"
 #include "operations/archive_links.h"
 #include "operations/physical_erase.h"
 #include "store/archive_entries.h"

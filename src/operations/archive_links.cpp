@@ -8,6 +8,19 @@
 
 namespace velmora::operations {
 
+Result<std::shared_ptr<store::DvArchive>> FindLink(store::DvArchive& parent, std::string_view targetId,
+                                                   std::string_view name) {
+  const auto subArchives = parent.SubArchives();
+  if (!subArchives) return Fail(subArchives.error());
+  const std::string wanted = NormalizePath(targetId);
+  for (const auto& sub : *subArchives) {
+    if (!sub->IsShortCut() || !EqualsFold(NormalizePath(sub->ID()), wanted)) continue;
+    if (name.empty() || sub->DisplayName().value_or("") == name) return sub;
+  }
+  return Fail(store::store_error::NotFound,
+              fmt::format("Die Verknüpfung \"{}\" ist nicht mehr vorhanden", name));
+}
+
 Result<std::shared_ptr<store::DvArchive>> OpenMarkedArchive(const Operation& operation,
                                                             const store::Selection& selection,
                                                             const store::Selection::Object& object) {
@@ -17,15 +30,7 @@ Result<std::shared_ptr<store::DvArchive>> OpenMarkedArchive(const Operation& ope
     return Fail(store::store_error::NotFound,
                 fmt::format("Die Liste der Verknüpfung \"{}\" ist nicht bekannt", object.Name));
   }
-  const auto subArchives = selection.CurrentArchive->SubArchives();
-  if (!subArchives) return Fail(subArchives.error());
-  const std::string wanted = NormalizePath(object.ArchivePath);
-  for (const auto& sub : *subArchives) {
-    if (!sub->IsShortCut() || !EqualsFold(NormalizePath(sub->ID()), wanted)) continue;
-    if (object.Name.empty() || sub->DisplayName().value_or("") == object.Name) return sub;
-  }
-  return Fail(store::store_error::NotFound,
-              fmt::format("Die Verknüpfung \"{}\" ist nicht mehr vorhanden", object.Name));
+  return FindLink(*selection.CurrentArchive, object.ArchivePath, object.Name);
 }
 
 }  // namespace velmora::operations

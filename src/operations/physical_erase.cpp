@@ -2,15 +2,14 @@
 
 #include <fmt/core.h>
 
-#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "base/paths.h"
-#include "base/text.h"
 #include "store/archive_entries.h"
 #include "store/archive_files.h"
+#include "store/archive_key.h"
 #include "store/errors.h"
 #include "store/tree_walk.h"
 
@@ -24,7 +23,7 @@ class DoomedTree {
 
   // Parents stand before their children.
   const std::vector<std::string>& Directories() const { return directories_; }
-  bool Holds(std::string_view directory) const { return keys_.contains(Key(directory)); }
+  bool Holds(std::string_view directory) const { return keys_.contains(store::ArchiveKey(directory)); }
 
   Status Add(store::DvArchive& archive) {
     if (archive.IsSpecial()) {
@@ -33,7 +32,7 @@ class DoomedTree {
     }
     if (!path_.Enter(archive.ID())) return {};
     directories_.push_back(StripBackslash(NormalizePath(archive.ID())));
-    keys_.insert(Key(archive.ID()));
+    keys_.insert(store::ArchiveKey(archive.ID()));
     const auto subArchives = archive.SubArchives();
     if (!subArchives) {
       // What an earlier deletion has left: the entry of an archive whose directory is gone.
@@ -52,9 +51,6 @@ class DoomedTree {
  private:
   bool IsGone(store::DvArchive& archive) const {
     return store::LookForDirectory(files_, archive.ID()) == store::DirectoryState::Gone;
-  }
-  static std::string Key(std::string_view directory) {
-    return FoldCase(StripBackslash(NormalizePath(directory)));
   }
 
   platform::FileSystem& files_;

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "base/sort_rows.h"
@@ -99,16 +100,6 @@ void LogRuleFailure(run::Run& run, std::string_view ruleName, const Error& error
   run.LogError(error.Text, std::int64_t{error.Number}, std::string(ruleName), run::Severity::Error);
 }
 
-// The rule at its position; NotFound when another one stands there by now.
-Result<std::unique_ptr<store::DvRule>> TakeRule(store::DvArchive& archive, const MarkedRule& marked) {
-  auto rule = archive.Rules().Item(marked.Position);
-  if (rule && (*rule)->Data().Name != marked.Name) {
-    return Fail(store::store_error::NotFound,
-                fmt::format("An dieser Stelle steht inzwischen die Regel \"{}\"", (*rule)->Data().Name));
-  }
-  return rule;
-}
-
 Status CopyRule(const Operation& operation, const RuleCopyOptions& options, store::DvArchive& source,
                 store::DvArchive& target, store::DvRule& rule) {
   const DvRuleData& from = rule.Data();
@@ -153,7 +144,7 @@ void VisitRules(const Operation& operation, store::DvArchive& archive, const std
     ++run.counters.Rules;
     run.frontEnd().progress.SetItemText(one.Name);
     run.frontEnd().progress.SetBar(done++, static_cast<std::int64_t>(rules.size()));
-    const auto rule = TakeRule(archive, one);
+    const auto rule = FindMarkedRule(archive, one);
     const Status handled = rule ? handle(**rule) : Fail(rule.error());
     if (!handled) LogRuleFailure(run, one.Name, handled.error());
   }
@@ -161,6 +152,15 @@ void VisitRules(const Operation& operation, store::DvArchive& archive, const std
 }
 
 }  // namespace
+
+Result<std::unique_ptr<store::DvRule>> FindMarkedRule(store::DvArchive& archive, const MarkedRule& marked) {
+  auto rule = archive.Rules().Item(marked.Position);
+  if (rule && (*rule)->Data().Name != marked.Name) {
+    return Fail(store::store_error::NotFound,
+                fmt::format("An dieser Stelle steht inzwischen die Regel \"{}\"", (*rule)->Data().Name));
+  }
+  return rule;
+}
 
 bool IsSameArchiveBranch(std::string_view source, std::string_view target) {
   return IsRecursiveCopy(source, target);

@@ -25,7 +25,10 @@ struct MarkedRule {
   std::string Name;
 };
 
-// A rule as a pane lists it. The archive itself, not its path: another archive may bear the same path.
+// The rule at its position; NotFound when another one stands there by now.
+Result<std::unique_ptr<store::DvRule>> FindMarkedRule(store::DvArchive& archive, const MarkedRule& marked);
+
+// Rules as a pane lists them. The archive itself, not its path: another archive may bear the same path.
 struct RuleSelection {
   std::shared_ptr<store::DvArchive> Archive;
   std::vector<MarkedRule> Rules;
