@@ -1,8 +1,7 @@
 // The list of an archive pane: the way up, the sub-archives, then messages or rules.
 #pragma once
 
-#include <cstddef>
-#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 

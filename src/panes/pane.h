@@ -19,8 +19,6 @@ namespace velmora::panes {
 enum class PaneView { LZEBView = 0, RZEBView = 1, RFSView = 2 };  // the numbers of ActiveView
 
 inline constexpr std::string_view ReadyText = "Bereit", FillingText = "Bitte warten";
-// More rows than this are added to a view while it is hidden.
-inline constexpr std::size_t HiddenFillRows = 200;
 
 // The image of a row: a key of store::ListImageKeys, "SimpleFile", or "ED" or "DI" with an extension in
 // capitals, whose image the platform gives. With a path, the image comes from that file itself; where it has

@@ -1,7 +1,6 @@
 #include "panes/row_icons.h"
 
 #include <algorithm>
-#include <array>
 
 #include "base/text.h"
 #include "store/icon_keys.h"

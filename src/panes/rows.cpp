@@ -5,16 +5,10 @@
 #include <array>
 
 #include "base/numbers.h"
+#include "base/overloaded.h"
 
 namespace velmora::panes {
 namespace {
-
-template <typename... T>
-struct Overloaded : T... {
-  using T::operator()...;
-};
-template <typename... T>
-Overloaded(T...) -> Overloaded<T...>;
 
 using ArchiveSlots = std::array<SlotValue, ArchiveSlotCount>;
 

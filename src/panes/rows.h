@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "base/date_time.h"
 #include "store/item.h"
@@ -22,9 +21,9 @@ inline constexpr int ControlEntry = 1, ArchiveEntry = 2, MessageEntry = 3, Routi
 inline constexpr int DirBackEntry = 1, DirEntry = 2, FileEntry = 3;
 }  // namespace entry_type
 
-// What a slot holds: the eight of an archive list's row, the four of a file list's.
+// What a slot holds: an archive list's row has eight of them, a file list's four.
 using SlotValue = std::variant<std::monostate, bool, std::int64_t, std::string, DateTime>;
-inline constexpr int ArchiveSlotCount = 8, FileSlotCount = 4;
+inline constexpr int ArchiveSlotCount = 8;
 
 // --- Rows of an archive list. ---
 

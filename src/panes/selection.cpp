@@ -108,8 +108,4 @@ SelectionSet FromUnsortedIndex(const Pane& pane, const SelectionSet& appended) {
   return selection;
 }
 
-int FindByUnsortedIndex(const Pane& pane, std::uint32_t unsortedIndex) {
-  return FindRow(pane, 0, [&](std::size_t row) { return pane.UnsortedIndex(row) == unsortedIndex; });
-}
-
 }  // namespace velmora::panes

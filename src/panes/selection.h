@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -24,6 +23,9 @@ std::string_view CaptionOf(SelectionAction action);
 inline constexpr std::string_view SelectionNote = "( Wildcards ? und * sind zulässig )";
 // The action of a view's key: numeric + extends, numeric - reduces.
 SelectionAction ActionOf(PaneView view, bool extend);
+constexpr bool Extends(SelectionAction action) {
+  return action == SelectionAction::ExtendMessages || action == SelectionAction::ExtendFiles;
+}
 
 // The rows whose text matches the pattern ("?" and "*", without regard to case) are added or taken out. The
 // current row is deselected first. Only messages are tested on the left, messages and rules on the right,
@@ -41,7 +43,5 @@ int FindByTag(const Pane& pane, std::string_view tag);
 // A selection by where its rows were appended, so that a sort does not move it, and back again.
 SelectionSet ByUnsortedIndex(const Pane& pane, const SelectionSet& selection);
 SelectionSet FromUnsortedIndex(const Pane& pane, const SelectionSet& appended);
-// The row that was appended at that place.
-int FindByUnsortedIndex(const Pane& pane, std::uint32_t unsortedIndex);
 
 }  // namespace velmora::panes

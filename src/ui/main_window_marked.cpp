@@ -3,18 +3,12 @@
 #include <memory>
 #include <variant>
 
+#include "base/overloaded.h"
 #include "ui/dialogs.h"
 #include "ui/main_window.h"
 
 namespace velmora::ui {
 namespace {
-
-template <typename... Handlers>
-struct Overloaded : Handlers... {
-  using Handlers::operator()...;
-};
-template <typename... Handlers>
-Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 template <typename Dialog>
 using Model = std::shared_ptr<Dialog>;

@@ -150,10 +150,8 @@ TEST_F(SelectionTest, ASelectionGoesWithItsRowsThroughASort) {
 }
 
 TEST_F(SelectionTest, RowsAreFoundAgainAfterASort) {
-  const auto unsorted = Left().UnsortedIndex(2);
   const auto tag = Left().Tag(2);
   Left().ClickHeader(0);
-  EXPECT_EQ(FindByUnsortedIndex(Left(), unsorted), 4);
   EXPECT_EQ(FindByTag(Left(), tag), 4);
   EXPECT_EQ(FindByTag(Left(), "R9999"), -1);
 }

@@ -1,6 +1,7 @@
 #include "base/paths.h"
 #include "mailarchive/export_run.h"
 #include "panes_commands/commands_fixture.h"
+#include "startup/store_objects.h"
 #include "store/archive_files.h"
 #include "store/archive_record.h"
 
@@ -60,6 +61,17 @@ TEST_F(RenameTest, ARuleIsCutAtThirtyCharacters) {
   const Outcome outcome = Rename("Regel", name + "äö");
   ASSERT_TRUE(outcome.CurrentRow.has_value());
   EXPECT_EQ((*archive->Rules().Item(0))->Data().Name, name + "ä");
+}
+
+TEST_F(RenameTest, ARuleThatHasMovedMeanwhileIsLeftAlone) {
+  const auto archive = context().session.DefaultArchive;
+  for (const char* name : {"Erste", "Zweite"}) test::AddRule(*archive, name);
+  ASSERT_TRUE(panes->Left().SetRuleView(true));
+  // Somebody else deletes the first one: another rule stands at its place.
+  ASSERT_TRUE((*Archive(archive->FullPath())->Rules().Item(0))->Delete());
+  Rename("Erste", "Neu");
+  EXPECT_EQ(test::RuleNames(*Archive(archive->FullPath())), std::vector<std::string>{"Zweite"});
+  EXPECT_NE(LastBox().find("An dieser Stelle steht inzwischen die Regel \"Zweite\""), std::string::npos);
 }
 
 TEST_F(RenameTest, AShortCutIsItsRecordAndItsTargetKeepsItsName) {

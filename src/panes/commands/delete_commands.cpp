@@ -1,7 +1,6 @@
 #include "panes/commands/delete_commands.h"
 
 #include <memory>
-#include <string>
 
 #include "panes/commands/dispatch.h"
 #include "panes/commands/marked_commands.h"

@@ -6,7 +6,6 @@
 #include "panes/commands/open_path.h"
 #include "panes/commands/pane_changes.h"
 #include "startup/hand_over.h"
-#include "startup/start_archives.h"
 
 namespace velmora::panes {
 namespace {

@@ -9,7 +9,6 @@
 
 #include "base/paths.h"
 #include "base/text.h"
-#include "panes/commands/pane_changes.h"
 #include "store/errors.h"
 
 namespace velmora::panes {

@@ -6,6 +6,8 @@
 #include "base/text.h"
 #include "mailarchive/entry_operations.h"
 #include "mailarchive/format/descriptor.h"
+#include "operations/archive_links.h"
+#include "operations/rule_copy.h"
 #include "panes/commands/dispatch.h"
 #include "panes/commands/pane_changes.h"
 
@@ -29,28 +31,16 @@ Status SetName(store::DvArchive& archive, std::string_view name) {
   return set ? archive.Update() : set;
 }
 
-// A short-cut is its record in the parent's list: the archive that it leads to keeps its name.
-Status RenameShortCut(store::DvArchive& parent, const ArchiveRow& row, std::string_view name) {
-  const auto archives = parent.SubArchives();
-  if (!archives) return Fail(archives.error());
-  for (const auto& archive : *archives) {
-    if (archive->IsShortCut() && EqualsFold(archive->ID(), row.ID) &&
-        archive->DisplayName().value_or("") == row.DisplayName) {
-      return SetName(*archive, name);
-    }
-  }
-  return Fail(store::store_error::NotFound, "Die Verknüpfung ist nicht mehr vorhanden");
-}
-
 Status RenameArchive(store::DvAccount& account, store::DvArchive& parent, const ArchiveRow& row,
                      std::string_view name) {
-  if (row.IsShortCut) return RenameShortCut(parent, row, name);
-  const auto archive = account.GetArchive(row.ID);
+  // A short-cut is its record in the parent's list: the archive that it leads to keeps its name.
+  const auto archive =
+      row.IsShortCut ? operations::FindLink(parent, row.ID, row.DisplayName) : account.GetArchive(row.ID);
   return archive ? SetName(**archive, name) : Fail(archive.error());
 }
 
-Status RenameRule(store::DvArchive& archive, int number, std::string_view name) {
-  const auto rule = archive.Rules().Item(number);
+Status RenameRule(store::DvArchive& archive, const RoutingRow& row, std::string_view name) {
+  const auto rule = operations::FindMarkedRule(archive, {row.Number, row.Name});
   if (!rule) return Fail(rule.error());
   (*rule)->Data().Name = LeftCharacters(name, RuleNameLength);
   return (*rule)->Update();
@@ -66,7 +56,7 @@ Status RenameStoreObject(CommandContext& context, const ArchivePane& pane, std::
   } else if (const ArchiveRow* sub = pane.Archive(row)) {
     renamed = RenameArchive(account, archive, *sub, name);
   } else if (const RoutingRow* rule = pane.Rule(row)) {
-    renamed = RenameRule(archive, rule->Number, name);
+    renamed = RenameRule(archive, *rule, name);
   }
   return renamed ? account.Commit() : renamed;
 }

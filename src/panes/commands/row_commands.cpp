@@ -144,10 +144,17 @@ Outcome ShowEntryOfFile(CommandContext& context, const ViewMarks& marks) {
 
 Outcome ShowUserArchives(CommandContext& context) {
   store::DvAccount& account = *context.App.session.Account;
-  const auto chosen = context.App.run.frontEnd().choosers.ChooseUser("Schnellzugriff auf Benutzerarchive");
+  constexpr std::string_view Title = "Schnellzugriff auf Benutzerarchive";
   const auto users = account.Users();
   const auto roots = account.GetSpecialArchive(store::special::UserRoots);
-  if (!chosen || !users || !roots) return {};
+  if (!users || !roots) {
+    ReportStoreFailure(context.App.run, Title, users ? roots.error() : users.error());
+    Outcome failed;
+    failed.ErrorLogChanged = true;
+    return failed;
+  }
+  const auto chosen = context.App.run.frontEnd().choosers.ChooseUser(Title);
+  if (!chosen) return {};
   for (const auto& user : *users) {
     if (user->Name() != *chosen) continue;
     const std::string directory = JoinPath((*roots)->ID(), store::UserDirName(user->UserID()));
@@ -189,9 +196,8 @@ Outcome AskForPattern(CommandContext& context, bool extend) {
 
 Outcome RunPattern(CommandContext& context, SelectionAction action, std::string_view pattern,
                    const ViewMarks& marks) {
-  const bool extend = action == SelectionAction::ExtendMessages || action == SelectionAction::ExtendFiles;
   const Pane& pane = context.Panes.Active();
-  SelectionSet selection = ItemSelection(pane, marks.Selection, marks.CurrentRow, pattern, extend);
+  SelectionSet selection = ItemSelection(pane, marks.Selection, marks.CurrentRow, pattern, Extends(action));
   std::optional<std::size_t> first;
   for (std::size_t row = 0; row < selection.size() && !first; ++row) {
     if (selection[row]) first = row;
@@ -214,7 +220,7 @@ Outcome StartExternalProgram(CommandContext& context) {
   if (arguments.front().find('\\') != std::string::npos) {
     arguments.front() = context.files().HostPath(arguments.front()).value_or(arguments.front());
   }
-  // Its failure is not reported.
+  // Deliberately without a word when it fails: the desktop or the program itself tells.
   (void)platform::StartProcess(arguments, std::chrono::milliseconds(0));
   return {};
 }

@@ -44,7 +44,8 @@ std::string PathOf(const std::shared_ptr<store::DvArchive>& archive) {
   return archive == nullptr ? "" : archive->FullPath();
 }
 
-Outcome ListMessages(CommandContext& context) {
+// What the archive panes show, under another filter.
+Outcome ListArchivePanes(CommandContext& context) {
   Outcome outcome;
   ListAnew(context.Panes.Left());
   outcome.LeftChanged = true;
@@ -100,7 +101,7 @@ Outcome RunChangeServer(CommandContext& context, const std::string& server) {
 Outcome ResetFilter(CommandContext& context) {
   context.App.options.DvItemFilter = static_cast<std::int32_t>(store::filter_preset::None);
   context.prompts().Message("Filterstatus", "Alle Message Filter wurden deaktiviert", run::Icon::Information);
-  Outcome outcome = ListMessages(context);
+  Outcome outcome = ListArchivePanes(context);
   outcome.FilterChanged = true;
   return outcome;
 }
@@ -109,7 +110,7 @@ Outcome RunFilterOk(CommandContext& context, bool changed) {
   const BusyScope busy(context.Busy);
   if (!busy.Entered()) return {};
   Outcome outcome;
-  if (changed) outcome = ListMessages(context);
+  if (changed) outcome = ListArchivePanes(context);
   outcome.FilterChanged = true;
   return outcome;
 }

@@ -30,9 +30,8 @@ Outcome StartExport(CommandContext& context, const ViewMarks& marks, CopyMode mo
   }
   Outcome outcome;
   outcome.Export = std::make_shared<const CopyMoveDialog::Parts>(CopyMoveDialog::Parts{
-      context.files(), context.App.options, context.FormTexts, context.App.session.MayDeleteArchives(),
-      isMove ? mailarchive::CopyMode::Move : mailarchive::CopyMode::Copy, MarkedObjects(source, marks),
-      context.Panes.Files().CurrentPath()});
+      context.files(), context.App.options, context.FormTexts, context.App.session.MayDeleteArchives(), mode,
+      MarkedObjects(source, marks), context.Panes.Files().CurrentPath()});
   if (const std::string reason = CopyMoveDialog(*outcome.Export).NothingMarked(); !reason.empty()) {
     return Refuse(context, "Fehler", reason);
   }

@@ -32,6 +32,7 @@ bool DelDblArcEntriesDialog::Ok() {
   const auto archive = account_.GetArchive(id_);
   if (!archive || (*archive)->IsShortCut()) return false;
   const int removed = maintenance::RemoveDuplicates(run_, account_, **archive);
+  // No blank before "aus": users know the text so.
   run_.frontEnd().prompts.Message("Fertig",
                                   fmt::format("Es wurden {} Mehrfacheintr{}aus \"Archive.dir\" entfernt.",
                                               removed, removed == 1 ? "ag" : "äge"),

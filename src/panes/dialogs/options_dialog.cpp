@@ -168,7 +168,6 @@ OptionsAnswer OptionsDialog::Take(run::Prompts& prompts, bool saves) {
   answer.Saves = saves;
   answer.DesignChanged =
       edited_.DesignPath != options_.DesignPath || edited_.ArchiveDesign != options_.ArchiveDesign;
-  answer.TempDirChanged = edited_.TempDirPath != options_.TempDirPath;
   answer.TextsChanged = edited_.ArchiveFormCopyRight != options_.ArchiveFormCopyRight ||
                         edited_.ArchiveFormComment != options_.ArchiveFormComment;
   answer.AnyChanged = !(edited_ == options_) || forcedRights_ != session_.ForcedRights;

@@ -25,9 +25,8 @@ struct OptionsAnswer {
   bool Closes = false;         // false: a message was shown, the dialog stays
   bool Saves = false;          // SaveSettings(true) is to run
   bool DesignChanged = false;  // the design set is to be read anew
-  bool TempDirChanged = false;
-  bool TextsChanged = false;  // copyright or comment: the texts of the runs follow
-  bool AnyChanged = false;    // the panes are to be listed anew
+  bool TextsChanged = false;   // copyright or comment: the texts of the runs follow
+  bool AnyChanged = false;     // the panes are to be listed anew
 };
 
 class OptionsDialog {

@@ -24,9 +24,6 @@ class PatternDialog {
       : action_(action), last_(IsForFiles(action) ? last.Files : last.Messages), pattern_(last_) {}
 
   std::string_view Title() const { return CaptionOf(action_); }
-  bool Extends() const {
-    return action_ == SelectionAction::ExtendMessages || action_ == SelectionAction::ExtendFiles;
-  }
   const std::string& InpPattern() const { return pattern_; }
   void SetInpPattern(std::string_view pattern) { pattern_ = pattern; }
 

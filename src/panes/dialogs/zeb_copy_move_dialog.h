@@ -30,6 +30,7 @@ struct ZEBCopyMoveBoxText {
   bool operations::StoreCopyOptions::*Option;
   std::string_view Control, Caption, Tip;
 };
+// "Verknüpung" and "wird kopieren" are deliberate: users know the texts so.
 inline constexpr std::array<ZEBCopyMoveBoxText, ZEBCopyMoveBoxCount> ZEBCopyMoveBoxes = {{
     {&operations::StoreCopyOptions::EnDelArchives, "EnDelArchives", "Archivstruktur löschen",
      "Beim Verschieben wird die Quellarchiv-Struktur und nicht nur die Nachrichten gelöscht."},
@@ -52,7 +53,8 @@ inline constexpr std::array<ZEBCopyMoveBoxText, ZEBCopyMoveBoxCount> ZEBCopyMove
 }};
 
 namespace zeb_copy_move_text {
-inline constexpr std::string_view CMDstTip = "Zielarchiv", SrcArcTip = "Anderes Zielarchiv wählen";
+inline constexpr std::string_view CMDstTip = "Zielarchiv";
+inline constexpr std::string_view SrcArcTip = "Anderes Zielarchiv wählen", SrcArcTitle = "Zielarchiv";
 inline constexpr std::string_view CancelButton = "Abbrechen";
 }  // namespace zeb_copy_move_text
 
@@ -90,7 +92,7 @@ class ZEBCopyMoveDialog {
   // --- What the user does. ---
   void SetBox(ZEBCopyMoveBox box, bool checked);  // of a disabled box: nothing happens
   void SetCMDst(std::string_view path) { target_.SetText(path); }
-  void SrcArc(run::Choosers& choosers) { target_.Choose(choosers, zeb_copy_move_text::CMDstTip); }
+  void SrcArc(run::Choosers& choosers) { target_.Choose(choosers, zeb_copy_move_text::SrcArcTitle); }
 
   // The run for the caller; nothing, after a message, when the target does not exist: the dialog stays.
   std::optional<ZEBCopyMoveRequest> Ok(run::Prompts& prompts);
