@@ -101,12 +101,9 @@ addresses::AddressExportRequest RequestOf(startup::Context& context, const Expor
 startup::BatchOutcome Export(startup::Context& context, const ExportCommandOptions& options) {
   run::Run& run = context.run;
   addresses::RunAddressExport(run, context.session, RequestOf(context, options));
-  startup::BatchOutcome outcome;
-  outcome.ExitStatus =
-      run.counters.Errors == 0 ? startup::exit_status::Done : startup::exit_status::DoneWithErrors;
-  outcome.Summary =
-      run::RunSummaryText(run::RunKind::MailArchiveExport, run.counters, run.ElapsedSeconds()) + "\r\n";
-  return outcome;
+  return OutcomeOf(
+      run.counters.Errors,
+      run::RunSummaryText(run::RunKind::MailArchiveExport, run.counters, run.ElapsedSeconds()) + "\r\n");
 }
 
 int RunExport(const ExportCommandOptions& options) {

@@ -5,7 +5,6 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/text.h"
@@ -16,7 +15,6 @@
 #include "cli/unattended_command.h"
 #include "operations/archive_copy.h"
 #include "operations/archive_deletion.h"
-#include "operations/operation_settings.h"
 #include "run/summary.h"
 #include "store/errors.h"
 
@@ -41,18 +39,7 @@ struct ArchiveCommandOptions {
   operations::StoreDeleteOptions Delete;
 };
 
-Operation OperationIn(startup::Context& context) {
-  Operation operation = operations::OperationOf(context.run, context.session, context.options);
-  operation.ClearErrorLog = false;  // an unattended run has done so
-  return operation;
-}
-
 // --- What is named. ---
-
-void Report(startup::Context& context, const std::string& path, const Error& error) {
-  PrintError(path, error);
-  context.run.LogError(path, error);
-}
 
 // The archives of the command line: nothing runs unless all of them are there.
 class NamedArchives {
@@ -144,13 +131,6 @@ run::Counters RunAll(startup::Context& context, const std::vector<Selection>& se
   return total;
 }
 
-startup::BatchOutcome Nothing() { return {startup::exit_status::DoneWithErrors, ""}; }
-
-startup::BatchOutcome OutcomeOf(std::int64_t errors, std::string summary) {
-  return {errors == 0 ? startup::exit_status::Done : startup::exit_status::DoneWithErrors,
-          std::move(summary)};
-}
-
 std::string PathsText(const std::vector<ArchivePointer>& archives) {
   std::vector<std::string> paths;
   for (const ArchivePointer& archive : archives)
@@ -184,7 +164,7 @@ startup::BatchOutcome CopyOrMove(startup::Context& context, const ArchiveCommand
   const std::vector<ArchivePointer>& sources = named.All();
   if (!named.AreThere() || !targets.AreThere() ||
       !AreSources(context, options, options.Copy.EnLinkedArcs, sources))
-    return Nothing();
+    return NotBegun();
   ArchivePointer target = targets.All().front();
   if (target->IsShortCut()) {
     // What goes into a link goes into the archive that it leads to.
@@ -194,7 +174,7 @@ startup::BatchOutcome CopyOrMove(startup::Context& context, const ArchiveCommand
   const bool deletes = options.Copy.Mode == CopyMode::Move && options.Copy.EnDelArchives;
   if (deletes && !Confirm(context.prompts(), options.Yes, "Verschieben",
                           PathsText(sources) + "\r\nmit der Archivstruktur verschieben?"))
-    return Nothing();
+    return NotBegun();
 
   const Operation operation = OperationIn(context);
   const std::int64_t start = context.clock.SteadyMilliseconds();
@@ -216,7 +196,7 @@ startup::BatchOutcome CopyOrMove(startup::Context& context, const ArchiveCommand
 startup::BatchOutcome Delete(startup::Context& context, const ArchiveCommandOptions& options) {
   const NamedArchives named(context, options.Sources);
   if (!named.AreThere() || !AreSources(context, options, options.Delete.EnLinkedArcs, named.All()))
-    return Nothing();
+    return NotBegun();
   const std::string what = !options.Keys.empty() ? fmt::format("{} Einträge aus ", options.Keys.size())
                            : options.Messages    ? "Alle Nachrichten aus "
                            : options.Delete.EnDelArchives
@@ -225,7 +205,7 @@ startup::BatchOutcome Delete(startup::Context& context, const ArchiveCommandOpti
   const std::string links = options.Delete.EnLinkedArcs ? "\r\nauch aus verknüpften Archiven" : "";
   if (!Confirm(context.prompts(), options.Yes, "Löschen",
                what + "\r\n" + PathsText(named.All()) + links + "\r\nwirklich löschen?"))
-    return Nothing();
+    return NotBegun();
 
   const Operation operation = OperationIn(context);
   const run::Counters total = RunAll(

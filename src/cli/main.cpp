@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <array>
 #include <clocale>
+#include <csignal>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -128,5 +129,6 @@ int Run(int argc, char** argv) {
 int main(int argc, char** argv) {
   // Names of files are UTF-8 whatever the locale says; numbers and dates have a form of their own.
   std::setlocale(LC_CTYPE, "C.UTF-8");
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone away ends no work
   return velmora::cli::Run(argc, argv);
 }

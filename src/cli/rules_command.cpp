@@ -16,7 +16,6 @@
 #include "cli/exit_status.h"
 #include "cli/output.h"
 #include "cli/unattended_command.h"
-#include "operations/operation_settings.h"
 #include "operations/rule_copy.h"
 #include "run/summary.h"
 #include "store/errors.h"
@@ -36,13 +35,6 @@ struct RulesOptions {
   bool Yes = false;
   operations::RuleCopyOptions Copy;
 };
-
-void Report(startup::Context& context, const std::string& subject, const Error& error) {
-  PrintError(subject, error);
-  context.run.LogError(subject, error);
-}
-
-startup::BatchOutcome Nothing() { return {startup::exit_status::DoneWithErrors, ""}; }
 
 ArchivePointer OpenArchive(startup::Context& context, const std::string& path) {
   auto archive = context.session.Account->GetArchive(path);
@@ -114,56 +106,46 @@ std::string RulesText(const RuleSelection& selection) {
   return text;
 }
 
-startup::BatchOutcome OutcomeOf(startup::Context& context, std::string summary) {
-  return {
-      context.run.counters.Errors == 0 ? startup::exit_status::Done : startup::exit_status::DoneWithErrors,
-      std::move(summary)};
-}
-
-operations::Operation OperationIn(startup::Context& context) {
-  operations::Operation operation = operations::OperationOf(context.run, context.session, context.options);
-  operation.ClearErrorLog = false;  // an unattended run has done so
-  return operation;
-}
-
 // --- The commands. ---
 
 startup::BatchOutcome PrintRules(startup::Context& context, const RulesOptions& options) {
   const ArchivePointer archive = OpenArchive(context, options.Source);
-  if (!archive) return Nothing();
+  if (!archive) return NotBegun();
   const auto rules = ListRules(context, *archive);
-  if (!rules) return Nothing();
+  if (!rules) return NotBegun();
   for (const MarkedRule& rule : *rules)
     PrintLine(BlankControlCharacters(fmt::format("{:>4}  {}", rule.Position + 1, rule.Name)));
-  return OutcomeOf(context, "");
+  return OutcomeOf(context.run.counters.Errors + (FlushOutput() ? 0 : 1), "");
 }
 
 startup::BatchOutcome CopyOrMove(startup::Context& context, const RulesOptions& options) {
   const auto selection = SelectRules(context, options);
   const ArchivePointer target = selection ? OpenArchive(context, options.Target) : nullptr;
-  if (!target) return Nothing();
+  if (!target) return NotBegun();
   if (EqualsFold(target->ID(), selection->Archive->ID())) {
     Report(context, options.Target, {store::store_error::Failed, "Quelle und Ziel sind dasselbe Archiv"});
-    return Nothing();
+    return NotBegun();
   }
   if (options.Copy.Mode == CopyMode::Move &&
       !Confirm(context.prompts(), options.Yes, "Verschieben", RulesText(*selection) + "\r\nverschieben?"))
-    return Nothing();
+    return NotBegun();
   operations::RunRuleCopy(OperationIn(context), options.Copy, *selection, target);
-  return OutcomeOf(context, run::RunSummaryText(run::RunKind::RuleCopy, context.run.counters,
-                                                context.run.ElapsedSeconds()) +
-                                "\r\n");
+  return OutcomeOf(
+      context.run.counters.Errors,
+      run::RunSummaryText(run::RunKind::RuleCopy, context.run.counters, context.run.ElapsedSeconds()) +
+          "\r\n");
 }
 
 startup::BatchOutcome Delete(startup::Context& context, const RulesOptions& options) {
   const auto selection = SelectRules(context, options);
   if (!selection ||
       !Confirm(context.prompts(), options.Yes, "Löschen", RulesText(*selection) + "\r\nwirklich löschen?"))
-    return Nothing();
+    return NotBegun();
   operations::RunDeleteRules(OperationIn(context), *selection);
-  return OutcomeOf(context, fmt::format("{}mit {} Fehler(n) gelöscht\r\n",
-                                        run::SummaryCounts(run::RunKind::RuleCopy, context.run.counters),
-                                        context.run.counters.Errors));
+  return OutcomeOf(context.run.counters.Errors,
+                   fmt::format("{}mit {} Fehler(n) gelöscht\r\n",
+                               run::SummaryCounts(run::RunKind::RuleCopy, context.run.counters),
+                               context.run.counters.Errors));
 }
 
 using Work = startup::BatchOutcome (*)(startup::Context&, const RulesOptions&);

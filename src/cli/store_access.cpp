@@ -7,7 +7,6 @@
 #include "cli/exit_status.h"
 #include "cli/output.h"
 #include "platform/clock.h"
-#include "platform/host.h"
 #include "platform/host_file_system.h"
 #include "store/embedded/embedded_store.h"
 #include "store/errors.h"

@@ -1,7 +1,6 @@
 #include <fmt/core.h>
 
-#include <algorithm>
-#include <cstdio>
+#include <csignal>
 #include <set>
 #include <vector>
 
@@ -45,11 +44,11 @@ std::string ArchiveLine(DvArchive& archive, int messages) {
 class ListWriter {
  public:
   explicit ListWriter(bool json) : json_(json) {
-    if (json_) std::fputs("[", stdout);
+    if (json_) PrintText("[");
   }
   void Add(const std::string& row) {
     if (json_) {
-      fmt::print("{}\n  {}", isFirst_ ? "" : ",", row);
+      PrintText(fmt::format("{}\n  {}", isFirst_ ? "" : ",", row));
     } else {
       PrintLine(row);
     }
@@ -60,9 +59,12 @@ class ListWriter {
     PrintError(subject, error);
   }
   int Finish() {
-    if (json_) std::fputs(isFirst_ ? "]\n" : "\n]\n", stdout);
-    const bool written = std::fflush(stdout) == 0;
-    return errors_ == 0 && written ? exit_status::Done : exit_status::DoneWithErrors;
+    if (json_) PrintText(isFirst_ ? "]\n" : "\n]\n");
+    if (!FlushOutput()) {
+      ++errors_;
+      PrintError("Die Liste konnte nicht vollständig ausgegeben werden");
+    }
+    return errors_ == 0 ? exit_status::Done : exit_status::DoneWithErrors;
   }
 
  private:
@@ -85,7 +87,7 @@ int ListEntries(DvArchive& archive, platform::FileSystem& fileSystem, bool json)
     writer.Fail(archive.FullPath(), entries.error());
     return writer.Finish();
   }
-  for (int index = 0; index < (*entries)->Count(); ++index) {
+  for (int index = 0; index < (*entries)->Count() && !IsOutputLost(); ++index) {
     const auto view = archive.ItemView((*entries)->Key(index));
     const auto row = view ? ShowEntry(**view, fileSystem, json) : velmora::Fail(view.error());
     if (row) {
@@ -102,7 +104,7 @@ int ListTree(std::shared_ptr<DvArchive> root, bool json) {
   ListWriter writer(json);
   std::vector<std::shared_ptr<DvArchive>> waiting{std::move(root)};
   std::set<std::string> entered;
-  while (!waiting.empty()) {
+  while (!waiting.empty() && !IsOutputLost()) {
     const auto archive = std::move(waiting.back());
     waiting.pop_back();
     const auto rights = archive->AccessRights();
@@ -125,6 +127,7 @@ int ListTree(std::shared_ptr<DvArchive> root, bool json) {
 }  // namespace
 
 int RunStoreList(const ListOptions& options) {
+  std::signal(SIGPIPE, SIG_DFL);  // there is no work but the list: who reads no further wants no more
   const auto access = SignOn(options.Store);
   if (!access) {
     PrintError("Anmeldung fehlgeschlagen", access.error());

@@ -33,7 +33,7 @@ int Show(embedded::SiteDatabase& site) {
     }
     PrintLine(fmt::format("{}={}", name, BlankControlCharacters(*value)));
   }
-  return exit_status::Done;
+  return FlushOutput() ? exit_status::Done : exit_status::DoneWithErrors;
 }
 
 int Change(embedded::SiteDatabase& site, const std::vector<std::string>& changes) {

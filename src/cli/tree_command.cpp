@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "cli/commands.h"
+#include "cli/confirmation.h"
 #include "cli/exit_status.h"
 #include "cli/output.h"
 #include "cli/store_access.h"
@@ -93,26 +94,19 @@ int CountRepairable(const maintenance::TreeReport& report, const TreeOptions& op
 }
 
 int RunTreeRepair(const TreeOptions& options) {
-  const bool isTerminal = run::ConsoleFrontEnd::IsTerminal(stdin, stderr);
-  if (!options.Yes && !isTerminal) {
-    PrintError("Ohne Terminal kann niemand gefragt werden: --yes angeben");
-    return exit_status::WrongUsage;
-  }
+  if (!CanConfirm(options.Yes)) return exit_status::WrongUsage;
   const auto tree = OpenTree(options, "Den Archivbaum repariert nur ein Administrator");
   if (!tree) return tree.error();
-  run::ConsoleFrontEnd console(platform::SystemClock(), stdin, stderr, isTerminal);
+  run::ConsoleFrontEnd console(platform::SystemClock(), stdin, stderr,
+                               run::ConsoleFrontEnd::IsTerminal(stdin, stderr));
   run::Run run = MakeRun(*tree, console);
   const auto report = ReadAndPrint(run, *tree);
   const int repairable = CountRepairable(report, options);
-  if (repairable > 0 && !options.Yes &&
-      console.Set().prompts.Question(
-          "Archivbaum reparieren",
-          fmt::format("{} Befund(e) beheben? Die Verzeichnisse der Archive bleiben, wie sie sind.",
-                      repairable),
-          run::Buttons::YesNo, run::Answer::No) != run::Answer::Yes) {
-    PrintLine("Nichts geändert");
+  if (repairable > 0 &&
+      !Confirm(console.Set().prompts, options.Yes, "Archivbaum reparieren",
+               fmt::format("{} Befund(e) beheben? Die Verzeichnisse der Archive bleiben, wie sie sind.",
+                           repairable)))
     return exit_status::DoneWithErrors;
-  }
   const auto repair = maintenance::RepairTree(run, report, {.Dangling = options.Dangling});
   PrintLine(
       fmt::format("Entfernt: {} doppelte, {} zirkulare, {} verwaiste Einträge; {} Liste(n) wiederhergestellt",

@@ -3,11 +3,13 @@
 #include <fmt/core.h>
 
 #include <cstdio>
+#include <utility>
 
 #include "base/text.h"
 #include "cli/exit_status.h"
 #include "cli/output.h"
 #include "embedded_program.h"
+#include "operations/operation_settings.h"
 #include "platform/clock.h"
 #include "run/console_front_end.h"
 #include "startup/sign_on.h"
@@ -38,11 +40,29 @@ int RunUnattendedCommand(const std::string& storeOption,
   startup::ScanDavidShare(context);
   startup::LoadSession(context);
   const startup::BatchOutcome outcome = startup::RunUnattended(context, [&] { return work(context); });
-  std::fputs(ReplaceAll(outcome.Summary, "\r\n", "\n").c_str(), stdout);
+  PrintText(ReplaceAll(outcome.Summary, "\r\n", "\n"));
   if (outcome.ExitStatus != startup::exit_status::Done && context.run.ErrorLogExists()) {
     PrintError(fmt::format("Es sind Fehler aufgetreten, siehe {}", LogHostPath(context)));
   }
   return outcome.ExitStatus;
+}
+
+void Report(startup::Context& context, const std::string& subject, const Error& error) {
+  PrintError(subject, error);
+  context.run.LogError(subject, error);
+}
+
+startup::BatchOutcome NotBegun() { return {startup::exit_status::DoneWithErrors, ""}; }
+
+startup::BatchOutcome OutcomeOf(std::int64_t errors, std::string summary) {
+  return {errors == 0 ? startup::exit_status::Done : startup::exit_status::DoneWithErrors,
+          std::move(summary)};
+}
+
+operations::Operation OperationIn(startup::Context& context) {
+  operations::Operation operation = operations::OperationOf(context.run, context.session, context.options);
+  operation.ClearErrorLog = false;
+  return operation;
 }
 
 }  // namespace velmora::cli

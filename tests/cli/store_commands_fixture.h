@@ -29,6 +29,15 @@ class StoreCommandsFixture : public testing::Test {
     EXPECT_TRUE(result) << result.error().Text;
     return result ? Outcome{result->ExitStatus, result->Output} : Outcome{-1, ""};
   }
+  // A line of the shell in which "velmoractl" is the program.
+  Outcome RunShell(const std::string& line) {
+    const auto result = platform::RunProcess(
+        {"/usr/bin/env", "-i", "TZ=UTC", "PATH=/usr/bin:/bin", "HOME=" + directory_.HostPath(), "/bin/sh",
+         "-c", "velmoractl() { '" VELMORACTL "' \"$@\"; }; " + line},
+        "");
+    EXPECT_TRUE(result) << result.error().Text;
+    return result ? Outcome{result->ExitStatus, result->Output} : Outcome{-1, ""};
+  }
   // What a Python expression over `e`, the entries of the archive as JSON, prints.
   std::string Json(const std::string& archive, const std::string& expression) {
     const std::string script =

@@ -43,6 +43,33 @@ TEST_F(StoreCommandsTest, InitDeliverAndListWorkTogether) {
   EXPECT_NE(tree.Output.find("1  /Archive/Gemeinsam/Vertrieb/Süd\n"), std::string::npos) << tree.Output;
 }
 
+TEST_F(StoreCommandsTest, AListThatDoesNotArriveIsAnError) {
+  Init();
+  ASSERT_EQ(Run({"deliver", "--archive", "Gemeinsam/Viele", WriteMessage("a.eml")}).Status, 0);
+  // More than the stream holds back, so that it is lost before the end.
+  std::string mails;
+  for (int i = 0; i < 100; ++i)
+    mails += "From a@b\nFrom: a@b.de\nSubject: " + std::string(900, 'x') + "\n\nText\n\n";
+  ASSERT_EQ(Run({"deliver", "--archive", "Gemeinsam/Viele", WriteFile("a.mbox", mails)}).Status, 0);
+  for (const std::string arguments :
+       {"", "--json", "--archive Gemeinsam/Viele", "--archive Gemeinsam/Viele --json"}) {
+    const auto listed = RunShell("velmoractl store list " + arguments + " 2>&1 > /dev/full");
+    EXPECT_EQ(listed.Status, 1) << arguments;
+    EXPECT_EQ(listed.Output, "velmoractl: Die Liste konnte nicht vollständig ausgegeben werden\n")
+        << arguments;
+  }
+}
+
+TEST_F(StoreCommandsTest, AReaderThatGoesAwayEndsNoWork) {
+  Init();
+  const std::string mail = WriteMessage("a.eml");
+  const auto delivered =
+      RunShell("{ sleep 0.3; velmoractl store deliver --archive Gemeinsam/Ziel '" + mail + "'; echo $? > '" +
+               directory_.HostPath("status") + "'; } | true; cat '" + directory_.HostPath("status") + "'");
+  EXPECT_EQ(delivered.Output, "0\n");
+  EXPECT_NE(Run({"list"}).Output.find("1  /Archive/Gemeinsam/Ziel\n"), std::string::npos);
+}
+
 TEST_F(StoreCommandsTest, AListOfACircularTreeEnds) {
   Init();
   ASSERT_EQ(Run({"deliver", "--archive", "Gemeinsam/Kreis", WriteMessage("a.eml")}).Status, 0);
