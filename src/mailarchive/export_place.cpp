@@ -1,6 +1,10 @@
 #include "mailarchive/export_place.h"
 
+#include <algorithm>
+
 #include "base/paths.h"
+#include "base/text.h"
+#include "mailarchive/format/file_names.h"
 #include "mailarchive/format/marker.h"
 
 namespace velmora::mailarchive {
@@ -18,7 +22,19 @@ constexpr std::array<std::string ExportOptions::*, ComponentCount> FolderNames =
 
 constexpr std::size_t Index(Component component) { return static_cast<std::size_t>(component); }
 
+bool IsComponentFolder(const ExportOptions& options, std::string_view name) {
+  return options.SeparateAttachmentsFolder &&
+         std::ranges::any_of(FolderNames, [&](auto folder) { return EqualsFold(options.*folder, name); });
+}
+
 }  // namespace
+
+std::string ExportDirectoryName(const ExportOptions& options, std::string_view displayName,
+                                std::string_view archiveId) {
+  std::string name = ArchiveDirectoryName(displayName, archiveId);
+  while (IsComponentFolder(options, name)) name += '1';
+  return name;
+}
 
 ExportPlace::ExportPlace(const ExportContext& context, store::DvArchive& archive, std::string_view directory)
     : context_(context),

@@ -19,6 +19,12 @@ namespace velmora::mailarchive {
 enum class Component { Attachments, HtmlMails, Originals, Comments, Faxes, VoiceMails, VCards };
 inline constexpr std::size_t ComponentCount = 7;
 
+// The name of the directory that an export gives an archive. Folders of components lie between these
+// directories: an archive of such a name would put its messages where no index looks for them, so it gets
+// another one. `archiveId`: for an archive without a display name.
+std::string ExportDirectoryName(const ExportOptions& options, std::string_view displayName,
+                                std::string_view archiveId);
+
 class ExportPlace {
  public:
   // `directory`: of the mail archive, with or without "\" at its end; need not exist.

@@ -23,7 +23,7 @@ struct ExportContext {
   DesignSet& designs;
   const ExportOptions& options;
   std::string TempDir;           // with "\" at its end
-  std::string ProgramDirectory;  // where shellexec.exe lies
+  std::string ProgramDirectory;  // where the launcher of the autorun file lies
 };
 
 // The whole run on a selection of the window: log, root marker, objects, index, summary.

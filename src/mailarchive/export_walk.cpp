@@ -1,31 +1,13 @@
 #include "mailarchive/export_walk.h"
 
-#include <algorithm>
-#include <array>
-
 #include "base/paths.h"
-#include "base/text.h"
-#include "mailarchive/format/file_names.h"
-#include "mailarchive/format/marker.h"
 #include "store/errors.h"
 
 namespace velmora::mailarchive {
 
 namespace {
 
-constexpr std::array ComponentFolders = {
-    &ExportOptions::AttachmentFolder, &ExportOptions::HtmlMailFolder, &ExportOptions::FaxFolder,
-    &ExportOptions::EmlFolder,        &ExportOptions::VcfFolder,      &ExportOptions::VoiceMailFolder,
-    &ExportOptions::CommentFolder,
-};
-
-// Folders of components lie between the directories of sub archives. An archive of such a name would put its
-// messages where no index looks for them.
-bool IsComponentFolder(const ExportOptions& options, std::string_view name) {
-  return options.SeparateAttachmentsFolder && std::ranges::any_of(ComponentFolders, [&](auto folder) {
-           return EqualsFold(options.*folder, name);
-         });
-}
+constexpr int EntriesPerCommit = 1000;  // of a move, whose notes grow until then
 
 }  // namespace
 
@@ -105,12 +87,21 @@ void ExportWalk::Complete(ExportPlace& place) {
   if (place.Notes() != nullptr) noted_.insert(place.Directory());
 }
 
-void ExportWalk::Commit() {
+bool ExportWalk::CommitStore() {
+  sinceCommit_ = 0;
   const Status committed = context_.session.Account->Commit();
-  if (!committed) {
-    return context_.run.LogError(context_.session.ServerName, committed.error().Number,
-                                 "DvISE-Error " + committed.error().Text, run::Severity::Error);
-  }
+  if (!committed) LogStoreFailure(context_.session.ServerName, committed.error());
+  return committed.has_value();
+}
+
+void ExportWalk::ExportMessage(ExportPlace& place, store::EntryKey key) {
+  messages_.ExportMessage(place, key);
+  if (place.Notes() == nullptr || ++sinceCommit_ < EntriesPerCommit) return;
+  if (CommitStore()) place.Notes()->Settle();
+}
+
+void ExportWalk::Commit() {
+  if (!CommitStore()) return;
   platform::FileSystem& files = context_.run.fileSystem();
   for (const std::string& directory : noted_) {
     // Notes that stay tell of entries that are gone, which nothing follows from.
@@ -126,16 +117,15 @@ void ExportWalk::ExportEntries(ExportPlace& place, store::DvEntries& entries, Or
     if (run.CheckCancel()) return;
     run.frontEnd().progress.SetBar(done, count);
     const int index = order == Order::Forward ? done : count - 1 - done;
-    messages_.ExportMessage(place, entries.Key(index));
+    ExportMessage(place, entries.Key(index));
   }
   run.frontEnd().progress.SetBar(count, count);
 }
 
 std::string ExportWalk::MakeDirectory(store::DvArchive& archive, std::string_view displayName,
                                       std::string_view targetDirectory) {
-  std::string name = ArchiveDirectoryName(displayName, archive.ID());
-  while (IsComponentFolder(context_.options, name)) name += '1';
-  const std::string directory = JoinPath(targetDirectory, name);
+  const std::string directory =
+      JoinPath(targetDirectory, ExportDirectoryName(context_.options, displayName, archive.ID()));
   // Without a directory each entry logs its own failure, and an existing one is as good.
   (void)context_.run.fileSystem().CreateFolder(directory);
   MarkDirectory(context_, directory, MailArcKind::Sub, archive);

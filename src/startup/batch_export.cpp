@@ -7,8 +7,8 @@
 
 #include "base/paths.h"
 #include "mailarchive/content_index.h"
+#include "mailarchive/export_place.h"
 #include "mailarchive/export_run.h"
-#include "mailarchive/format/file_names.h"
 #include "run/summary.h"
 #include "startup/target_directory.h"
 
@@ -86,7 +86,7 @@ class ArchiveCopyMove {
     const mailarchive::ExportOptions& options = batch_.File().Export;
     mailarchive::IndexContext index{context_.run, designs_, options.CreateAutorunInf,
                                     context_.process.DataDirectory};
-    const std::string own = JoinPath(target_, mailarchive::ArchiveDirectoryName(displayName, ""));
+    const std::string own = JoinPath(target_, mailarchive::ExportDirectoryName(options, displayName, ""));
     const bool onlyOwn = indexed_ && !displayName.empty() && context_.fileSystem.FolderExists(own);
     if (onlyOwn) {
       mailarchive::BuildContentIndex(index, own, true, false, options.DateIndexSortedUp);

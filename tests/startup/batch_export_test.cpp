@@ -82,6 +82,18 @@ TEST_F(BatchExportTest, TheIndexOfALaterArchiveJoinsThoseBeforeIt) {
   EXPECT_NE(index.find("Zwei"), std::string::npos) << index;
 }
 
+TEST_F(BatchExportTest, ALaterArchiveThatIsCalledLikeAFolderOfComponentsIsIndexedToo) {
+  AddMail(*MakeArchive("Eins"), "Hallo");
+  AddMail(*MakeArchive("Attachments"), "Welt");
+  std::filesystem::create_directories(directory.HostPath("target/Attachments"));
+  EXPECT_EQ(
+      Run("srcarchive=/Archive/Eins\nsrcarchive=/Archive/Attachments\nmakeidx=y\n" + Target()).ExitStatus,
+      exit_status::Done)
+      << Log();
+  EXPECT_TRUE(Has("Attachments1/Welt.htm"));
+  EXPECT_TRUE(Has("Attachments1/index.html"));
+}
+
 TEST_F(BatchExportTest, WithoutAnIndexTheRootIsNotMarked) {
   MakeArchive("Eins");
   Run("srcarchive=/Archive/Eins\nmakeidx=n\n" + Target());
