@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <optional>
 
 #include "base/code_page.h"
 #include "base/numbers.h"

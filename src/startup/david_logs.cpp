@@ -9,6 +9,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/errors.h"
 
 namespace velmora::startup {
 namespace {
@@ -32,7 +33,8 @@ Result<std::shared_ptr<store::DvArchive>> FindOrMake(store::Session& session, st
                                                      const LogForm& form) {
   Result<std::shared_ptr<store::DvArchive>> archive =
       session.Account->GetArchive(fmt::format("{}/{}", parent.FullPath(), form.Title));
-  if (archive) {
+  // One that is there and cannot be had must not get a second one beside it.
+  if (archive || archive.error().Number != store::store_error::NotFound) {
     return archive;
   }
   archive = parent.CreateSubArchive(fmt::format("{}{}", form.Tag, form.Title));

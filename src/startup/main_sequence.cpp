@@ -5,7 +5,6 @@
 #include <memory>
 #include <optional>
 
-#include "base/paths.h"
 #include "platform/make_folders.h"
 #include "settings/options_table.h"
 #include "startup/command_line.h"

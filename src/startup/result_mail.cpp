@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <memory>
-#include <optional>
 
 #include "base/text.h"
 #include "store/errors.h"

@@ -3,7 +3,6 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "mailarchive/export_settings.h"
-#include "platform/host.h"
 #include "startup/batch_export.h"
 #include "startup/batch_logs.h"
 #include "startup/batch_run.h"

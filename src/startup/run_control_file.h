@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "startup/control_file.h"
 #include "startup/process.h"
 
 namespace velmora::startup {

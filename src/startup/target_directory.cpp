@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/paths.h"
-#include "base/text.h"
 #include "platform/host_folders.h"
 
 namespace velmora::startup {
@@ -20,8 +19,9 @@ std::string ReasonNotToEmpty(Context& context, std::string_view directory, std::
     return "Das Zielverzeichnis ist die Wurzel eines Laufwerks oder einer Freigabe";
   }
   for (const platform::Drive& drive : context.fileSystem.Drives()) {
-    if (platform::CanonicalPath(context.fileSystem, drive.Name + "\\") == target) {
-      return "Das Zielverzeichnis ist die Wurzel eines Laufwerks oder einer Freigabe";
+    const fs::path root = platform::CanonicalPath(context.fileSystem, drive.Name + "\\");
+    if (!root.empty() && platform::IsSameOrAbove(target, root)) {
+      return "Das Zielverzeichnis ist oder enthält die Wurzel eines Laufwerks";
     }
   }
   const std::array storeDirectories = {NormalizePath(context.session.Account->DavidRoot()),

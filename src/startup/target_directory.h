@@ -9,9 +9,9 @@
 
 namespace velmora::startup {
 
-// Why a directory must never be emptied by a run: it is the root of a drive or share, or it holds, or lies
-// in, the archive store, or it holds directories that this program or its user lives in, or the control file
-// of the run ("" for none). "" when it may be.
+// Why a directory must never be emptied by a run: it is the root of a share, it is or holds the root of a
+// drive, it holds, or lies in, the archive store, or it holds directories that this program or its user lives
+// in, or the control file of the run ("" for none). "" when it may be.
 std::string ReasonNotToEmpty(Context& context, std::string_view directory, std::string_view controlFile);
 // Makes a file in the directory and takes it away again. An export into a directory that takes none would
 // fail at each of its entries.

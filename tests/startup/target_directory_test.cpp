@@ -24,6 +24,18 @@ TEST_F(TargetDirectoryTest, RootsAreNeverEmptied) {
   }
 }
 
+TEST_F(TargetDirectoryTest, WhatHoldsTheRootOfADriveIsNeverEmptied) {
+  std::filesystem::create_directories(directory.HostPath("target/scans/2026"));
+  files = platform::MakeHostFileSystem(
+      {MappingOf(store::embedded::StoreLocation{std::string(Server), directory.HostPath("store")}),
+       {"Q:", directory.HostPath("target/scans")}});
+  StartSession();
+  EXPECT_NE(Reason(directory.Path("target")), "");
+  EXPECT_NE(Reason(directory.Path("target\\scans")), "");
+  EXPECT_NE(Reason("Q:"), "");
+  EXPECT_EQ(Reason("Q:\\2026"), "");
+}
+
 TEST_F(TargetDirectoryTest, TheStoreIsNeverEmptiedByAnyPath) {
   StartSession();
   std::filesystem::create_directory_symlink(directory.HostPath("store"), directory.HostPath("link"));
