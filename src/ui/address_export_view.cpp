@@ -2,7 +2,6 @@
 
 #include <QEvent>
 #include <QGridLayout>
-#include <vector>
 
 #include "ui/dialog_parts.h"
 #include "ui/dialogs.h"

@@ -22,6 +22,8 @@ class ArchiveTreeDialog final : public QDialog {
   void SelectArchive(std::string_view path);
   // FullPath of the selected archive, "" without one.
   std::string SelectedPath() const;
+  // Its physical directory, of a link its target's: several archives may have one path.
+  std::string SelectedId() const;
 
   // Shows the box that keeps a list in step: `follow` runs with each archive selected while it is checked.
   void ShowSync(bool isOn, std::function<void(const std::string& id)> follow);
@@ -31,7 +33,6 @@ class ArchiveTreeDialog final : public QDialog {
   void Load(QTreeWidgetItem& item);
   void Decorate(QTreeWidgetItem& item);
   panes::ArchiveNode* NodeOf(const QTreeWidgetItem* item) const;
-  std::string SelectedId() const;
 
   store::Session& session_;
   panes::ArchiveNodes nodes_;

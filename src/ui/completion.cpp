@@ -17,14 +17,14 @@ Typed SplitTyped(std::string_view typed) {
   return {typed.substr(0, separator + 1), typed.substr(separator + 1)};
 }
 
-// A mask or a control character in a name would be taken for more than itself.
-bool CanBeMask(std::string_view beginning) { return beginning.find_first_of("*?") == std::string_view::npos; }
+// A wildcard in what was typed would be taken for more than itself.
+bool HasWildcard(std::string_view text) { return text.find_first_of("*?") != std::string_view::npos; }
 
 }  // namespace
 
 std::vector<std::string> CompleteDirectory(platform::FileSystem& fileSystem, std::string_view typed) {
   const Typed parts = SplitTyped(typed);
-  if (!parts.HasDirectory() || !CanBeMask(parts.Beginning)) return {};
+  if (!parts.HasDirectory() || HasWildcard(parts.Beginning)) return {};
   const auto folders = fileSystem.List(fileSystem.FromUserPath(parts.Directory),
                                        std::string(parts.Beginning) + "*", platform::ListWhat::Folders);
   if (!folders) return {};

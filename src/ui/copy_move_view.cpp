@@ -50,9 +50,9 @@ class CopyMoveView final : public QDialog {
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(MakeSourceText(model_.SourceText()));
     layout->addLayout(targetRow);
-    layout->addSpacing(8);
+    layout->addSpacing(GroupSpacing);
     layout->addLayout(boxes);
-    layout->addSpacing(8);
+    layout->addSpacing(GroupSpacing);
     layout->addWidget(buttons);
     connect(target_, &QLineEdit::textEdited, this,
             [this](const QString& directory) { model_.SetCMDst(FromQt(directory)); });

@@ -20,6 +20,8 @@
 namespace velmora::ui {
 
 inline constexpr int FieldWidth = 360;
+inline constexpr int GroupSpacing = 8;
+inline constexpr int TextMargin = 2;  // of a label: the dots of capital letters are cut off without
 
 template <typename Control>
 Control* Named(Control* control, std::string_view name, std::string_view accessibleName,
@@ -62,7 +64,7 @@ inline QLabel* MakeSourceText(std::string_view text) {
   auto* const source = Named(new QLabel(ToQt(text).replace("\r\n", "\n")), "CMSrc", "Quelle");
   source->setTextFormat(Qt::PlainText);
   source->setWordWrap(true);
-  source->setMargin(2);  // the dots of capital letters are cut off without
+  source->setMargin(TextMargin);
   source->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return source;
 }

@@ -15,7 +15,7 @@ namespace velmora::ui {
 namespace {
 
 constexpr double SmallestZoom = 0.1, LargestZoom = 4.0, ZoomStep = 1.25;
-constexpr qint64 MaxPixels = qint64{120} * 1000 * 1000;  // a page of A0 at 300 dpi is 139 million dots
+constexpr qint64 MaxPixels = qint64{120} * 1000 * 1000;  // no fax has more: A1 at 300 dpi is 70 million dots
 constexpr int MaxPages = 2000;
 
 QPushButton* MakeButton(const char* name, const QString& caption, const QString& tip) {

@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QDesktopServices>
 #include <QImageReader>
+#include <algorithm>
 #include <array>
 
 #include "ui/prompts.h"

@@ -8,7 +8,6 @@
 #include <QSvgRenderer>
 #include <algorithm>
 #include <array>
-#include <memory>
 
 #include "ui/text.h"
 

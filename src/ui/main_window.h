@@ -62,6 +62,9 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   // --- Controls. ---
   void MakeBars();
   void MakePanes();
+  PaneWidget* MakePane(const PaneWidget::Names& names, panes::PaneView view);
+  std::string PlaceOf(panes::PaneView view);
+  void EnterDropped(const QString& hostPath);
   void ShowExternalProgram();
   void MakeStatusBar();
   void Connect(PaneWidget& widget, panes::PaneView view);
@@ -88,9 +91,22 @@ class MainWindow final : public QMainWindow, private panes::FillWatcher {
   void ShowContextMenu(panes::PaneView view, const QPoint& place);
   void RowChanged(panes::PaneView view);
   void Tick();
+  void ShowMessage(const panes::MessageRequest& request);
+
+  // --- Dialogs, each with what follows its OK. ---
   void ShowDialog(const panes::Outcome& outcome);
   void ShowPrepared(const panes::PreparedDialog& prepared);
-  void ShowMessage(const panes::MessageRequest& request);
+  void OpenFilter();
+  void OpenOptions();
+  void OpenChangeServer();
+  void OpenUserInfo(QWidget* parent);
+  void OpenCopyMove(const panes::CopyMoveDialog::Parts& parts);
+  void OpenMarker();
+  void OpenNewArchive();
+  void OpenPattern(panes::SelectionAction action);
+  void OpenAddressExport();
+  void OpenArchiveTree();
+  void OpenSystemInformation();
 
   startup::Context& context_;
   QtFrontEnd& frontEnd_;

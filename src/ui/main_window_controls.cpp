@@ -64,30 +64,41 @@ void MainWindow::ShowExternalProgram() {
   action.setToolTip(PlainTip(ToQt(line)));
 }
 
+// Where a pane is: the directory of its archive, or the one that it shows.
+std::string MainWindow::PlaceOf(PaneView view) {
+  if (view == PaneView::RFSView) return twoPanes_.Files().CurrentPath();
+  const auto archive = twoPanes_.Archives(view).CurrentArchive();
+  return archive == nullptr ? std::string() : archive->ID();
+}
+
+PaneWidget* MainWindow::MakePane(const PaneWidget::Names& names, PaneView view) {
+  auto* const widget = new PaneWidget(
+      names, twoPanes_.Of(view), ColumnWidths(context_.options, view), [this, view] { return PlaceOf(view); },
+      icons_, *bars_);
+  widgets_[static_cast<std::size_t>(view)] = widget;
+  Connect(*widget, view);
+  return widget;
+}
+
+// A directory is shown, of a file its own one with the cursor on it.
+void MainWindow::EnterDropped(const QString& hostPath) {
+  const QFileInfo dropped(hostPath);
+  if (dropped.isDir()) return EnterPath(PaneView::RFSView, dropped.filePath());
+  EnterPath(PaneView::RFSView, dropped.path());
+  const int row = panes::FindByDisplayName(twoPanes_.Files(), ToLower(FromQt(dropped.fileName())));
+  if (row >= 0) Widget(PaneView::RFSView).View().SetCursor(static_cast<std::size_t>(row));
+}
+
 void MainWindow::MakePanes() {
-  const auto archivePlace = [this](PaneView view) {
-    return [this, view] {
-      const auto archive = twoPanes_.Archives(view).CurrentArchive();
-      return archive == nullptr ? std::string() : archive->ID();
-    };
-  };
-  const auto make = [this](const PaneWidget::Names& names, PaneView view,
-                           std::function<std::string()> place) {
-    auto* const widget = new PaneWidget(names, twoPanes_.Of(view), ColumnWidths(context_.options, view),
-                                        std::move(place), icons_, *bars_);
-    widgets_[static_cast<std::size_t>(view)] = widget;
-    Connect(*widget, view);
-    return widget;
-  };
-  PaneWidget* const left =
-      make({"LZEBView", "FullPathLZEB", "Linkes Archiv", "Pfad des linken Archivs", panes::Place::LeftBar},
-           PaneView::LZEBView, archivePlace(PaneView::LZEBView));
-  PaneWidget* const archives =
-      make({"RZEBView", "FullPathRZEB", "Rechtes Archiv", "Pfad des rechten Archivs", panes::Place::RightBar},
-           PaneView::RZEBView, archivePlace(PaneView::RZEBView));
+  PaneWidget* const left = MakePane(
+      {"LZEBView", "FullPathLZEB", "Linkes Archiv", "Pfad des linken Archivs", panes::Place::LeftBar},
+      PaneView::LZEBView);
+  PaneWidget* const archives = MakePane(
+      {"RZEBView", "FullPathRZEB", "Rechtes Archiv", "Pfad des rechten Archivs", panes::Place::RightBar},
+      PaneView::RZEBView);
   PaneWidget* const files =
-      make({"RFSView", "FullPathFS", "Dateisystem", "Pfad des Verzeichnisses", panes::Place::FileBar},
-           PaneView::RFSView, [this] { return twoPanes_.Files().CurrentPath(); });
+      MakePane({"RFSView", "FullPathFS", "Dateisystem", "Pfad des Verzeichnisses", panes::Place::FileBar},
+               PaneView::RFSView);
   for (PaneWidget* const widget : {archives, files}) {
     widget->AddBar(*bars_, panes::Place::RightSideBar);
   }
@@ -95,11 +106,7 @@ void MainWindow::MakePanes() {
   driveBox_->Chosen = [this](const std::string& drive) { ChooseDrive(drive); };
   files->AddBeforePath(driveBox_);
   files->View().Drop = [this](const QStringList& paths) {
-    const QFileInfo first(paths.first());
-    EnterPath(PaneView::RFSView, first.isDir() ? first.filePath() : first.path());
-    const int row =
-        first.isDir() ? -1 : panes::FindByDisplayName(twoPanes_.Files(), ToLower(FromQt(first.fileName())));
-    if (row >= 0) Widget(PaneView::RFSView).View().SetCursor(static_cast<std::size_t>(row));
+    EnterDropped(paths.first());
     return true;
   };
 

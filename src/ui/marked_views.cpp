@@ -11,7 +11,6 @@
 namespace velmora::ui {
 namespace {
 
-constexpr int GroupSpacing = 8;
 constexpr QSize RuleListSize(420, 160);
 
 // A dialog that OK closes only once its model has a request for the caller.

@@ -15,9 +15,9 @@
 
 #include "base/numbers.h"
 #include "base/paths.h"
-#include "base/text.h"
 #include "panes/display_text.h"
 #include "platform/make_folders.h"
+#include "ui/dialog_parts.h"
 #include "ui/fax_view.h"
 #include "ui/html_view.h"
 #include "ui/text.h"
@@ -30,7 +30,6 @@ constexpr std::int64_t MaxInlineBytes = std::int64_t{16} << 20;
 constexpr std::string_view OutsideText = "Inhalte aus dem Netz werden nicht geladen.";
 constexpr std::string_view OpenFolder = "Anhang";
 constexpr int AttachmentRows = 3;
-constexpr int LineMargin = 2;  // the dots of capital letters are cut off without
 constexpr QSize VoiceSize(560, 260);
 
 std::string SizeText(std::int64_t bytes) {
@@ -96,11 +95,11 @@ QWidget* MessageViewer::MakeHeader() {
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setWordWrap(true);
-    value->setMargin(LineMargin);
+    value->setMargin(TextMargin);
     value->setAccessibleName(ToQt(line.Label));
     auto* const caption = new QLabel(PlainCaption(line.Label));
     caption->setTextFormat(Qt::PlainText);
-    caption->setMargin(LineMargin);
+    caption->setMargin(TextMargin);
     QFont bold = caption->font();
     bold.setBold(true);
     caption->setFont(bold);

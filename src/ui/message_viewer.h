@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -12,11 +11,8 @@
 #include "ui/message_content.h"
 
 class QListWidget;
-class QVBoxLayout;
 
 namespace velmora::ui {
-
-class HtmlView;
 
 class MessageViewer final : public QDialog {
  public:

@@ -12,10 +12,11 @@ namespace velmora::ui {
 
 class PaneModel final : public QAbstractTableModel {
  public:
-  // Both must outlive the model. `rename` takes the new text of a row's label.
+  // Both must outlive the model.
   PaneModel(panes::Pane& pane, RowIcons& icons, QObject* parent = nullptr);
 
   panes::Pane& Pane() { return pane_; }
+  // Takes the new text of a row's label.
   std::function<void(std::size_t row, const std::string& name)> Rename;
 
   // Shows the pane anew if it has changed since the last time. Whether it had: if not, some of its texts may

@@ -20,9 +20,6 @@ class RepairDialog final : public QDialog {
   }
 };
 
-constexpr int TextMargin = 2;  // the dots of capital letters are cut off without
-constexpr int GroupSpacing = 8;
-
 void AddCaption(QVBoxLayout& layout, std::string_view caption) {
   auto* const label = new QLabel(PlainCaption(caption));
   label->setMargin(TextMargin);

@@ -41,12 +41,20 @@ UserChooser::UserChooser(const QString& title, const std::vector<std::unique_ptr
   layout->addWidget(filter);
   layout->addWidget(list_, 1);
   layout->addWidget(MakeOkCancel(*this));
-  connect(filter, &QLineEdit::textChanged, this, [this](const QString& text) {
-    for (int row = 0; row < list_->count(); ++row) {
-      list_->item(row)->setHidden(!list_->item(row)->text().contains(text, Qt::CaseInsensitive));
-    }
-  });
+  connect(filter, &QLineEdit::textChanged, this, &UserChooser::Filter);
   connect(list_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+}
+
+// What is chosen is always one that is seen.
+void UserChooser::Filter(const QString& text) {
+  QListWidgetItem* first = nullptr;
+  for (int row = 0; row < list_->count(); ++row) {
+    QListWidgetItem* const item = list_->item(row);
+    item->setHidden(!item->text().contains(text, Qt::CaseInsensitive));
+    if (first == nullptr && !item->isHidden()) first = item;
+  }
+  const QListWidgetItem* const current = list_->currentItem();
+  if (current == nullptr || current->isHidden()) list_->setCurrentItem(first);
 }
 
 std::string UserChooser::SelectedName() const {

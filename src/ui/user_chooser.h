@@ -17,9 +17,12 @@ class UserChooser final : public QDialog {
   UserChooser(const QString& title, const std::vector<std::unique_ptr<store::DvUser>>& users,
               QWidget* parent);
 
+  // "" where the filter leaves none.
   std::string SelectedName() const;
 
  private:
+  void Filter(const QString& text);
+
   QListWidget* list_;
 };
 

@@ -45,14 +45,4 @@ void FrameToOptions(const WindowFrame& frame, settings::Options& options) {
   options.VwrLeft = options.VwlLeft + options.VwWidth;
 }
 
-void CopyFrame(const settings::Options& from, settings::Options& options) {
-  for (const auto member :
-       {&settings::Options::FrmWidth, &settings::Options::FrmHeight, &settings::Options::FrmTop,
-        &settings::Options::WindowsState, &settings::Options::VwWidth, &settings::Options::VwHeight,
-        &settings::Options::VwTop, &settings::Options::VwlLeft, &settings::Options::VwrLeft,
-        &settings::Options::DnWidth, &settings::Options::DnTop}) {
-    options.*member = from.*member;
-  }
-}
-
 }  // namespace velmora::ui

@@ -29,7 +29,5 @@ struct ScreenArea {
 // outside of it the nearest one within. The window stands in the middle from left to right.
 WindowFrame FrameFromOptions(const settings::Options& options, const ScreenArea& screen);
 void FrameToOptions(const WindowFrame& frame, settings::Options& options);
-// The settings of the frame in `from` become those of `options`.
-void CopyFrame(const settings::Options& from, settings::Options& options);
 
 }  // namespace velmora::ui

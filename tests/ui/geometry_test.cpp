@@ -59,14 +59,5 @@ TEST(WindowGeometryTest, AFrameComesBackAsItWasStored) {
   EXPECT_EQ(options.WindowsState, 2);
 }
 
-TEST(WindowGeometryTest, OnlyTheFrameIsCopied) {
-  settings::Options from, to;
-  from.FrmWidth = 15000;
-  from.LastUsedServer = "ANDERER";
-  CopyFrame(from, to);
-  EXPECT_EQ(to.FrmWidth, 15000);
-  EXPECT_EQ(to.LastUsedServer, "");
-}
-
 }  // namespace
 }  // namespace velmora::ui
