@@ -22,7 +22,7 @@ class ExportWalk {
   void ExportTree(std::string_view archivePath, std::string_view targetDirectory, bool isLink,
                   store::DvArchive* currentArchive);
   // Messages, into the directory of the place.
-  void ExportMessage(ExportPlace& place, store::EntryKey key) { messages_.ExportMessage(place, key); }
+  void ExportMessage(ExportPlace& place, store::EntryKey key);
   // With the last message of a place.
   void Complete(ExportPlace& place);
   // Commits what is pending in the store, which must stand before the index is built and when the run ends.
@@ -39,10 +39,12 @@ class ExportWalk {
   std::string MakeDirectory(store::DvArchive& archive, std::string_view displayName,
                             std::string_view targetDirectory);
   void DeleteIfMoved(store::DvArchive& archive);
+  bool CommitStore();  // a failure has been logged
   void LogStoreFailure(std::string_view path, const Error& error);
 
   const ExportContext& context_;
   MessageExport messages_;
+  int sinceCommit_ = 0;          // entries of a move
   std::set<std::string> noted_;  // the directories that may hold notes of a move
 };
 

@@ -40,6 +40,24 @@ void MoveNotes::Withdraw(std::string_view relativePath) {
   Append(fmt::format("{}{}", WithdrawalMark, relativePath));
 }
 
+void MoveNotes::Settle() {
+  if (!old_) return;
+  std::string unmet;
+  for (const auto& [entryLine, paths] : oldPaths_) {
+    std::string kept;
+    for (const std::string& path : paths) {
+      if (old_->contains(path)) kept += path + "\n";
+    }
+    if (!kept.empty()) unmet += entryLine + "\n" + kept;
+  }
+  // Notes that stay tell of entries that are gone, which nothing follows from.
+  if (unmet.empty()) {
+    (void)fileSystem_.DeleteFile(PathIn(directory_), true);
+  } else {
+    (void)fileSystem_.ReplaceFile(PathIn(directory_), unmet);
+  }
+}
+
 void MoveNotes::ReadOld() {
   old_.emplace();
   const auto bytes = fileSystem_.ReadFile(PathIn(directory_));

@@ -32,6 +32,10 @@ class MoveNotes {
   void NoteFile(std::string_view relativePath);
   void Withdraw(std::string_view relativePath);
 
+  // All entries begun so far are gone from the store for good: only the notes of entries that were not met
+  // yet stay, so that notes never outgrow what one commit takes.
+  void Settle();
+
   static std::string PathIn(std::string_view directory);
 
  private:

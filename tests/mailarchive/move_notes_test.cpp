@@ -2,6 +2,7 @@
 // gone from the store is touched.
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -100,6 +101,28 @@ TEST_F(MoveNotesTest, NotesAreGoneOnceTheMoveIsCommitted) {
   RunMails({AddMail("x", false)});
   EXPECT_TRUE(HasTarget("x.htm"));
   EXPECT_FALSE(HasTarget("VelmoraMove.tmp"));
+}
+
+TEST_F(MoveNotesTest, OnlyNotesOfEntriesThatWereNotMetOutliveACommit) {
+  WriteNotes("*1 a\nx.htm\nx.add\n*2 a\ny.htm\n");
+  MoveNotes notes(files, Target(""), "a");
+  notes.Settle();
+  EXPECT_TRUE(HasTarget("VelmoraMove.tmp")) << "nothing was begun";
+  notes.BeginEntry(1, {});
+  notes.NoteFile("x.htm");
+  notes.Settle();
+  EXPECT_EQ(ReadTarget("VelmoraMove.tmp"), "*2 a\ny.htm\n");
+  notes.BeginEntry(2, {});
+  notes.Settle();
+  EXPECT_FALSE(HasTarget("VelmoraMove.tmp"));
+}
+
+TEST_F(MoveNotesTest, ALongMoveIsCommittedInBetween) {
+  options.SaveAttachments = options.SaveOriginals = options.SaveComments = false;
+  std::vector<store::EntryKey> keys;
+  for (int i = 0; i < 1001; ++i) keys.push_back(AddMail("x", false));
+  RunMails(keys);
+  EXPECT_EQ(std::ranges::count(store.Events, "commit"), 2);
 }
 
 TEST_F(MoveNotesTest, ACopyNotesAndTakesBackNothing) {
