@@ -135,15 +135,30 @@ std::string Format(const toml::table& table) {
   return std::move(text).str();
 }
 
+bool IsReadable(std::string_view key, const toml::node& value) {
+  toml::table alone;
+  alone.insert(key, value);
+  return ParseTable(Format(alone)).has_value();
+}
+
 // The library writes some keys that only a person can have typed, quotes in quotes, so that nobody can read
 // the file any more: such a key is given up rather than the file.
-void RemoveUnwritableKeys(toml::table& table) {
+void RemoveUnwritable(toml::table& table);
+void RemoveUnwritable(toml::array& array) {
+  for (toml::node& element : array) {
+    if (toml::table* const inner = element.as_table()) RemoveUnwritable(*inner);
+    if (toml::array* const inner = element.as_array()) RemoveUnwritable(*inner);
+  }
+}
+void RemoveUnwritable(toml::table& table) {
   for (auto entry = table.begin(); entry != table.end();) {
-    if (toml::table* const inner = entry->second.as_table()) {
-      RemoveUnwritableKeys(*inner);
+    if (IsReadable(entry->first.str(), entry->second)) {
+      ++entry;
+      continue;
     }
-    const bool isReadable = ParseTable(Format(toml::table{{entry->first.str(), 0}})).has_value();
-    entry = isReadable ? std::next(entry) : table.erase(entry);
+    if (toml::table* const inner = entry->second.as_table()) RemoveUnwritable(*inner);
+    if (toml::array* const inner = entry->second.as_array()) RemoveUnwritable(*inner);
+    entry = IsReadable(entry->first.str(), entry->second) ? std::next(entry) : table.erase(entry);
   }
 }
 
@@ -177,7 +192,7 @@ std::string ChangeSettings(std::string_view bytes, const std::vector<Change>& ch
   }
   std::string text = Format(table);
   if (!ParseTable(text)) {
-    RemoveUnwritableKeys(table);
+    RemoveUnwritable(table);
     text = Format(table);
   }
   return text;

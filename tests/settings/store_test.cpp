@@ -133,6 +133,20 @@ TEST_F(StoreTest, EndlessNestingIsDamageAndNoCrash) {
   }
 }
 
+// The library writes such keys without quotes.
+TEST_F(StoreTest, AKeyThatNobodyCouldReadAgainIsGivenUpAlone) {
+  const std::string unwritable = "\"a'''b'c\" = 1\nGut = 2\n";
+  for (const std::string& bytes : {"[Fremd]\n" + unwritable, "[[Fremd]]\n" + unwritable,
+                                   "[Fremd]\nx = [[{" + unwritable.substr(0, 13) + "}]]\nGut = 2\n"}) {
+    WriteUserFile(bytes + "[Options]\nSizeCheck = 7\n");
+    ASSERT_FALSE(store_.IsDamaged(Scope::User)) << bytes;
+    ASSERT_TRUE(store_.SetUserSetting("Options", "E", 5));
+    EXPECT_FALSE(store_.IsDamaged(Scope::User)) << UserFile();
+    EXPECT_EQ(store_.GetUserSetting("Options", "SizeCheck", 3), Value(7));
+    EXPECT_NE(UserFile().find("Gut = 2"), std::string::npos) << UserFile();
+  }
+}
+
 TEST_F(StoreTest, BytesThatAreNoTextAreDamage) {
   EXPECT_FALSE(ParseSettings("A = \"\xFF\"\n").has_value());
   EXPECT_FALSE(ParseSettings(std::string(std::size_t{2} << 20, '#')).has_value());
