@@ -134,16 +134,18 @@ TEST_F(StoreTest, EndlessNestingIsDamageAndNoCrash) {
 }
 
 // The library writes such keys without quotes.
-TEST_F(StoreTest, AKeyThatNobodyCouldReadAgainIsGivenUpAlone) {
-  const std::string unwritable = "\"a'''b'c\" = 1\nGut = 2\n";
-  for (const std::string& bytes : {"[Fremd]\n" + unwritable, "[[Fremd]]\n" + unwritable,
-                                   "[Fremd]\nx = [[{" + unwritable.substr(0, 13) + "}]]\nGut = 2\n"}) {
-    WriteUserFile(bytes + "[Options]\nSizeCheck = 7\n");
-    ASSERT_FALSE(store_.IsDamaged(Scope::User)) << bytes;
-    ASSERT_TRUE(store_.SetUserSetting("Options", "E", 5));
-    EXPECT_FALSE(store_.IsDamaged(Scope::User)) << UserFile();
-    EXPECT_EQ(store_.GetUserSetting("Options", "SizeCheck", 3), Value(7));
-    EXPECT_NE(UserFile().find("Gut = 2"), std::string::npos) << UserFile();
+TEST(SettingsTextTest, AKeyThatNobodyCouldReadAgainIsGivenUpAlone) {
+  const std::string key = "\"a'''b'c\" = 1";
+  for (const std::string& foreign : {"[A]\n" + key + "\nGut = 2\n", "[[A]]\n" + key + "\nGut = 2\n",
+                                     "[A]\nx = [[{" + key + "}]]\nGut = 2\n"}) {
+    const std::string before = foreign + "[Options]\nSizeCheck = 7\n";
+    ASSERT_TRUE(ParseSettings(before).has_value()) << before;
+    const std::string after = ChangeSettings(before, {{"Options", "E", Value(5)}});
+    const std::optional<Values> values = ParseSettings(after);
+    ASSERT_TRUE(values.has_value()) << after;
+    ASSERT_NE(FindValue(*values, "Options", "SizeCheck"), nullptr);
+    EXPECT_EQ(*FindValue(*values, "Options", "SizeCheck"), Value(7));
+    EXPECT_NE(after.find("Gut = 2"), std::string::npos) << after;
   }
 }
 
