@@ -2,9 +2,9 @@
 // stand in the store. A move that was killed leaves its notes there: the next one takes back what was written
 // of an entry that it meets again, so that the entry does not stand in the mail archive twice, or half.
 //
-// The notes are lines of UTF-8 ended by LF, only ever appended: "*", the key and the ID of the archive begin
-// an entry; each line behind it is the relative path of a file that is about to be made for it; "?" before a
-// path takes that back.
+// The notes are lines of UTF-8 ended by LF, appended until a commit of the store settles them: "*", the key
+// and the ID of the archive begin an entry; each line behind it is the relative path of a file that is about
+// to be made for it; "?" before a path takes that back.
 #pragma once
 
 #include <map>
@@ -32,8 +32,8 @@ class MoveNotes {
   void NoteFile(std::string_view relativePath);
   void Withdraw(std::string_view relativePath);
 
-  // All entries begun so far are gone from the store for good: only the notes of entries that were not met
-  // yet stay, so that notes never outgrow what one commit takes.
+  // The store is committed: what was moved is gone from it for good. Only the notes of entries that were not
+  // met yet stay, so that notes never outgrow what one commit takes.
   void Settle();
 
   static std::string PathIn(std::string_view directory);

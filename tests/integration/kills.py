@@ -85,13 +85,7 @@ class Case:
     def archives(self):
         """The paths of all archives, each with its directory. No two of these tests' archives bear one path."""
         listed = json.loads(self.place.run("velmoractl", "store", "list", "--json"))
-        return {row["path"]: self.directory(row["id"]) for row in listed if not row["link"]}
-
-    def directory(self, physical):
-        path = self.store
-        for part in physical.split("\\")[4:]:
-            path = next(entry for entry in path.iterdir() if entry.name.lower() == part.lower())
-        return path
+        return {row["path"]: self.place.store_directory(row["id"]) for row in listed if not row["link"]}
 
     def entries(self, archive):
         """The entries of an archive, none when there is no such archive."""

@@ -86,13 +86,7 @@ class Case:
     def archives(self):
         """Path: (directory, number of messages)."""
         listed = json.loads(self.place.run("velmoractl", "store", "list", "--json"))
-        return {row["path"]: (self.directory(row["id"]), row["messages"]) for row in listed if not row["link"]}
-
-    def directory(self, physical):
-        path = self.store
-        for part in physical.split("\\")[4:]:
-            path = next(entry for entry in path.iterdir() if entry.name.lower() == part.lower())
-        return path
+        return {row["path"]: (self.place.store_directory(row["id"]), row["messages"]) for row in listed if not row["link"]}
 
     def tree(self, top):
         """What lies at and below an archive: relative path: the digests of its messages, sorted."""

@@ -86,6 +86,13 @@ class Workplace:
                 archive = pathlib.PurePosixPath("Gemeinsam", top.name, directory.relative_to(top))
                 self.run("velmoractl", "store", "deliver", "--archive", archive, *files)
 
+    def store_directory(self, physical):
+        """Where an archive lies, by the ID that the store gives it."""
+        path = pathlib.Path(self.environment["VELMORA_STORE"])
+        for part in physical.split("\\")[4:]:
+            path = next(entry for entry in path.iterdir() if entry.name.lower() == part.lower())
+        return path
+
     def put_entries(self):
         """The faxes, voice mails, text messages and addresses of the demo, their files in `entries`."""
         demo = pathlib.Path(__file__).parents[2] / "demo" / "put_entries.py"
