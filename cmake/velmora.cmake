@@ -5,6 +5,11 @@ target_compile_options(velmora_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow
 # GCC 12 takes `"text" + std::string` for overlapping copies when it optimises (its bug 105651).
 target_compile_options(velmora_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 target_include_directories(velmora_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(VELMORA_PRECOMPILED)
+  # For ccache.
+  target_compile_options(velmora_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
+                                                 "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+endif()
 if(VELMORA_SANITIZE)
   # Line numbers are all that a report needs of the debug data.
   target_compile_options(velmora_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
@@ -19,22 +24,39 @@ if(VELMORA_FUZZ)
   target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# velmora_library(NAME SOURCES ... LINK ...): the static library velmora_NAME.
+# What libraries are compiled with besides, and tests: to optimise the code of the tests costs more than their runs.
+set(velmora_library_options "")
+if(VELMORA_SANITIZE)
+  set(velmora_library_options -O1)
+endif()
+set(velmora_test_options -O0)
+
+# velmora_library(NAME SOURCES ... LINK ... [HEADERS SET]): the static library velmora_NAME.
 function(velmora_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "HEADERS" "SOURCES;LINK" HEADERS library_headers ${ARGN})
   add_library(velmora_${name} STATIC ${ARG_SOURCES})
   target_link_libraries(velmora_${name} PUBLIC velmora_flags ${ARG_LINK})
-  if(VELMORA_SANITIZE)
-    target_compile_options(velmora_${name} PRIVATE -O1)
-  endif()
+  target_compile_options(velmora_${name} PRIVATE ${velmora_library_options})
+  velmora_reuse(velmora_${name} ${ARG_HEADERS})
 endfunction()
 
-# velmora_test(NAME SOURCES ... LINK ...): the program test_NAME, each of its cases a CTest test.
+# velmora_test(NAME SOURCES ... LINK ... [HEADERS SET] [SHARDS N]): the program test_NAME as a CTest test, or as N that
+# share its cases. (A process for each case would cost more than most cases.)
 function(velmora_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "HEADERS;SHARDS" "SOURCES;LINK" HEADERS test_headers SHARDS 1 ${ARGN})
   add_executable(test_${name} ${ARG_SOURCES})
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} velmora_test_main GTest::gtest)
   target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_options(test_${name} PRIVATE -O0)  # to optimise the code of the tests costs more than their runs
-  gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60)
+  target_compile_options(test_${name} PRIVATE ${velmora_test_options})
+  velmora_reuse(test_${name} ${ARG_HEADERS})
+  if(ARG_SHARDS EQUAL 1)
+    add_test(NAME ${name} COMMAND test_${name})
+    return()
+  endif()
+  foreach(shard RANGE 1 ${ARG_SHARDS})
+    math(EXPR index "${shard} - 1")
+    add_test(NAME ${name}.${shard} COMMAND test_${name})
+    set_tests_properties(${name}.${shard} PROPERTIES
+                         ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+  endforeach()
 endfunction()

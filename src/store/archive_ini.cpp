@@ -154,7 +154,7 @@ std::string WithAccessData(std::string_view content, const AccessData& access) {
   std::vector<std::string> lines;
   for (const std::string_view line : LinesOf(content)) lines.emplace_back(line);
   auto head = std::ranges::find_if(lines, IsAccessSection);
-  if (head == lines.end()) head = lines.insert(lines.begin(), std::string(AccessSection));
+  if (head == lines.end()) head = lines.emplace(lines.begin(), AccessSection);
   SetAccessLines(lines, static_cast<std::size_t>(head - lines.begin()), access);
   std::string text;
   for (const std::string& line : lines) text += line + "\r\n";

@@ -45,8 +45,10 @@ HeadContent ReadHead(const DirRecord& record) {
 
 void WriteHead(DirRecord& record, const HeadContent& content) {
   std::string head(record.Head());
-  if (!head.starts_with(Mark))
-    head = std::string(Mark) + std::string(DirRecord::HeadSize - Mark.size(), '\0');
+  if (!head.starts_with(Mark)) {
+    head.assign(Mark);
+    head.resize(DirRecord::HeadSize, '\0');
+  }
   const ArchiveProperties& properties = content.Properties;
   WriteNumber(head, KindOffset, static_cast<std::uint32_t>(properties.Kind));
   WriteNumber(head, DisplayTypeOffset, static_cast<std::uint32_t>(properties.DisplayType));

@@ -174,9 +174,9 @@ TEST(Record, HostileBytesGiveTextsOfTheAreaOrNone) {
   const std::string alphabet =
       "\0\x03\x04\xC8"
       "ab\\\xFF"s;
-  for (int round = 0; round < 20'000; ++round) {
+  for (std::size_t round = 0; round < 20'000; ++round) {
     std::string bytes(DirRecord::Size, '\0');
-    for (char& byte : bytes) byte = alphabet[random() % (round % 2 == 0 ? alphabet.size() : 3) + (round % 2)];
+    for (char& byte : bytes) byte = alphabet[random() % (round % 2 == 0 ? alphabet.size() : 3) + round % 2];
     DirRecord record = *DirRecord::FromBytes(bytes);
     if (const auto path = record.Path()) {
       EXPECT_LE(path->size(), 3 * DirRecord::TextSize);
