@@ -123,8 +123,7 @@ int RunExport(const ExportCommandOptions& options) {
 
 void AddExport(CLI::App& group, Action& action) {
   auto options = std::make_shared<ExportCommandOptions>();
-  CLI::App* command =
-      group.add_subcommand("export", "Adressen eines Archivs in Dateien schreiben")->group("Befehle");
+  CLI::App* command = AddSubcommand(group, "export", "Adressen eines Archivs in Dateien schreiben");
   AddStoreOption(*command, options->Store);
   command->add_option("ARCHIV", options->Archive, "Archiv, dessen Adressen exportiert werden")->type_name("");
   command->add_flag("--public", options->Public, "Das allgemeine Adressbuch exportieren");
@@ -151,7 +150,7 @@ void AddExport(CLI::App& group, Action& action) {
 }  // namespace
 
 void AddAddressCommands(CLI::App& app, Action& action) {
-  auto* group = app.add_subcommand("addresses", "Adressen exportieren")->group("Befehle");
+  auto* group = AddSubcommand(app, "addresses", "Adressen exportieren");
   group->require_subcommand(1);
   AddExport(*group, action);
 }

@@ -255,7 +255,7 @@ std::shared_ptr<ArchiveCommandOptions> AddCommand(CLI::App& app, Action& action,
                                                   const char* sourcesText, int (*run)(ArchiveCommandOptions),
                                                   CLI::App*& command) {
   auto options = std::make_shared<ArchiveCommandOptions>();
-  command = app.add_subcommand(name, description)->group("Befehle");
+  command = AddSubcommand(app, name, description);
   command->callback([options, &action, run] { action = [options, run] { return run(*options); }; });
   AddStoreOption(*command, options->Store);
   command->add_option(sources, options->Sources, sourcesText)->required()->type_name("");

@@ -13,6 +13,9 @@ namespace velmora::cli {
 
 using Action = std::function<int()>;
 
+// The command `name` of a group, which owns it. A file that makes one itself compiles CLI11 whole once more.
+CLI::App* AddSubcommand(CLI::App& group, const char* name, const char* description);
+
 // The option --store, which every command on an existing store has.
 void AddStoreOption(CLI::App& command, std::string& directory);
 

@@ -154,7 +154,7 @@ using Work = startup::BatchOutcome (*)(startup::Context&, const RulesOptions&);
 std::shared_ptr<RulesOptions> AddCommand(CLI::App& group, Action& action, const char* name,
                                          const char* description, Work work, bool asks, CLI::App*& command) {
   auto options = std::make_shared<RulesOptions>();
-  command = group.add_subcommand(name, description)->group("Befehle");
+  command = AddSubcommand(group, name, description);
   command->callback([options, &action, work, asks] {
     action = [options, work, asks] {
       if (asks && !CanConfirm(options->Yes)) return exit_status::WrongUsage;
@@ -201,7 +201,7 @@ void AddTransfer(CLI::App& group, Action& action, CopyMode mode) {
 }  // namespace
 
 void AddRuleCommands(CLI::App& app, Action& action) {
-  auto* group = app.add_subcommand("rules", "Die Verteilerregeln von Archiven")->group("Befehle");
+  auto* group = AddSubcommand(app, "rules", "Die Verteilerregeln von Archiven");
   group->require_subcommand(1);
   CLI::App* command = nullptr;
   (void)AddCommand(*group, action, "list", "Regeln mit ihren Nummern zeigen", PrintRules, false,

@@ -69,8 +69,7 @@ int RunControl(const RunOptions& options) {
 
 void AddRunCommand(CLI::App& app, Action& action) {
   auto options = std::make_shared<RunOptions>();
-  CLI::App* command =
-      app.add_subcommand("run", "Steuerdatei oder einzelne Schlüssel davon ausführen")->group("Befehle");
+  CLI::App* command = AddSubcommand(app, "run", "Steuerdatei oder einzelne Schlüssel davon ausführen");
   AddStoreOption(*command, options->Store);
   command->add_option("DATEI|SCHLÜSSEL=WERT", options->Arguments, "Steuerdatei oder Schlüssel mit Werten")
       ->required()

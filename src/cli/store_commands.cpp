@@ -13,7 +13,7 @@ template <typename Options>
 std::shared_ptr<Options> AddCommand(CLI::App& group, Action& action, const char* name,
                                     const char* description, int (*run)(const Options&), CLI::App*& command) {
   auto options = std::make_shared<Options>();
-  command = group.add_subcommand(name, description)->group("Befehle");
+  command = AddSubcommand(group, name, description);
   command->callback([&action, options, run] { action = [options, run] { return run(*options); }; });
   return options;
 }
@@ -99,7 +99,7 @@ void AddStoreOption(CLI::App& command, std::string& directory) {
 }
 
 void AddStoreCommands(CLI::App& app, Action& action) {
-  auto* group = app.add_subcommand("store", "Den eingebauten Speicher pflegen")->group("Befehle");
+  auto* group = AddSubcommand(app, "store", "Den eingebauten Speicher pflegen");
   group->require_subcommand(1);
   AddInit(*group, action);
   AddAddUser(*group, action);

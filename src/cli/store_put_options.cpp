@@ -49,7 +49,7 @@ void AddPutCommands(CLI::App& group, Action& action) {
   for (const auto& kind : PutKinds()) {
     const auto options = std::make_shared<PutOptions>();
     options->Kind = &kind;
-    auto* const command = group.add_subcommand(kind.Command, kind.Description)->group("Befehle");
+    auto* const command = AddSubcommand(group, kind.Command, kind.Description);
     AddStoreOption(*command, options->Store);
     command->add_option("--archive", options->Archive, "Zielarchiv; fehlende Archive werden angelegt")
         ->required()

@@ -123,7 +123,7 @@ std::shared_ptr<TreeOptions> AddTreeCommand(CLI::App& group, Action& action, con
                                             const char* description, int (*run)(const TreeOptions&),
                                             CLI::App*& command) {
   auto options = std::make_shared<TreeOptions>();
-  command = group.add_subcommand(name, description)->group("Befehle");
+  command = AddSubcommand(group, name, description);
   command->callback([&action, options, run] { action = [options, run] { return run(*options); }; });
   AddStoreOption(*command, options->Store);
   command->add_option("--archive", options->Archive, "Archiv, unter dem geprüft wird; sonst der ganze Baum")
@@ -134,8 +134,7 @@ std::shared_ptr<TreeOptions> AddTreeCommand(CLI::App& group, Action& action, con
 }  // namespace
 
 void AddTreeCommands(CLI::App& app, Action& action) {
-  auto* group =
-      app.add_subcommand("tree", "Die Einträge des Archivbaums prüfen und reparieren")->group("Befehle");
+  auto* group = AddSubcommand(app, "tree", "Die Einträge des Archivbaums prüfen und reparieren");
   group->require_subcommand(1);
   CLI::App* command = nullptr;
   (void)AddTreeCommand(*group, action, "check",
