@@ -27,7 +27,7 @@ endif()
 # What libraries are compiled with besides, and tests: to optimise the code of the tests costs more than their runs.
 set(velmora_library_options "")
 if(VELMORA_SANITIZE)
-  set(velmora_library_options -O1)
+  set(velmora_library_options -O2)
 endif()
 set(velmora_test_options -O0)
 

@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "base/code_page.h"
+#include "base/line_ends.h"
 
 namespace velmora::addresses {
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
 // What gathers in memory before it goes to the disk.
 constexpr std::size_t BufferSize = std::size_t{1} << 20;
 
@@ -33,7 +33,7 @@ class TextAddressFile final : public AddressFile {
     const std::string line = format_.Line(address, separator_);
     if (!FitsCodePage(line)) ++altered_;
     buffer_ += ToCodePage(line);
-    buffer_ += LineEnd;
+    buffer_ += CrLf;
     ++unwritten_;
     return {};
   }
@@ -84,7 +84,7 @@ Result<std::string> StartOfRecords(platform::FileSystem& fileSystem, std::string
   if (overwrite || existing.Size == 0) return header;
   const auto endsWithin = EndsWithinALine(fileSystem, path, existing.Size);
   if (!endsWithin) return Fail(endsWithin.error());
-  return std::string(*endsWithin ? LineEnd : "");
+  return std::string(*endsWithin ? CrLf : "");
 }
 
 }  // namespace
@@ -92,7 +92,7 @@ Result<std::string> StartOfRecords(platform::FileSystem& fileSystem, std::string
 Result<std::unique_ptr<AddressFile>> OpenTextAddressFile(platform::FileSystem& fileSystem,
                                                          const TextFormat& format, std::string_view path,
                                                          bool overwrite, std::string_view separator) {
-  const std::string header = ToCodePage(format.Header(separator)) + std::string(LineEnd);
+  const std::string header = ToCodePage(format.Header(separator)) + std::string(CrLf);
   const auto existing = fileSystem.GetEntry(path);
   if (existing) {
     auto start = StartOfRecords(fileSystem, path, *existing, overwrite, header);

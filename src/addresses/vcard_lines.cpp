@@ -10,7 +10,6 @@
 namespace velmora::addresses {
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view CardEnd = "END:VCARD";
 // This program's own cards promise quoted-printable for three lines and encode nothing: a value may end with
 // "=". They are known by the case of their first line, and behind those three lines come these.
@@ -193,14 +192,14 @@ VCardLineReader::VCardLineReader(std::string_view bytes) : bytes_(bytes) {
 std::optional<std::string_view> VCardLineReader::PeekLine() const {
   if (position_ >= bytes_.size()) return std::nullopt;
   const auto rest = bytes_.substr(position_);
-  return rest.substr(0, rest.find_first_of(LineEnd));
+  return rest.substr(0, rest.find_first_of(CrLf));
 }
 
 std::optional<std::string_view> VCardLineReader::PhysicalLine() {
   const auto line = PeekLine();
   if (!line) return line;
   position_ += line->size();
-  if (bytes_.substr(position_).starts_with(LineEnd)) ++position_;
+  if (bytes_.substr(position_).starts_with(CrLf)) ++position_;
   ++position_;
   ++linesRead_;
   return line;

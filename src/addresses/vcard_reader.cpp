@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/date_time.h"
+#include "base/line_ends.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "store/vocabulary.h"
@@ -20,7 +21,6 @@ namespace {
 using store::AddressProperty;
 using store::AddressValues;
 
-constexpr std::string_view LineEnd = "\r\n";
 constexpr std::uint32_t AllCategories = 0xFFFF;
 
 // Which places a telephone number may take, the first free one of them; the first row that fits decides. A
@@ -55,7 +55,7 @@ constexpr auto TextRows = std::to_array<TextRow>({
     {"X-DAVID-PDACATEGORY", AddressProperty::PdaCategory},
 });
 
-std::string OneLine(std::string_view text) { return std::string(Trim(ReplaceAll(text, LineEnd, " "))); }
+std::string OneLine(std::string_view text) { return std::string(Trim(ReplaceAll(text, CrLf, " "))); }
 
 std::optional<std::uint32_t> NumberOf(std::string_view text, std::uint32_t largest) {
   const auto number = ParseInteger(text);
@@ -215,7 +215,7 @@ void CardBuilder::AddNotes(std::string_view text) {
   if (Trim(text).empty()) return;
   auto& notes = values_[AddressProperty::Notes];
   if (notes.size() + text.size() > LongestVCardLine) return;
-  if (!notes.empty()) notes += LineEnd;
+  if (!notes.empty()) notes += CrLf;
   notes += text;
 }
 
@@ -224,7 +224,7 @@ void CardBuilder::AddPhoto(const VCardLine& line, std::string_view text) {
   std::string_view name = line.FileName;
   if (name.empty() && !StartsWithFold(text, "data:")) {
     text = text.substr(0, text.find_first_of("?#"));
-    name = text.substr(0, text.find(LineEnd));
+    name = text.substr(0, text.find(CrLf));
   }
   const auto slash = name.find_last_of("/\\");
   Put(AddressProperty::Photo, name.substr(slash == std::string_view::npos ? 0 : slash + 1));

@@ -15,7 +15,6 @@ using std::chrono::sys_days;
 using std::chrono::year;
 using std::chrono::year_month_day;
 
-constexpr std::int64_t SecondsPerDay = 86400;
 constexpr int FirstYear = 1, LastYear = 9999;  // what four digits can show
 
 constexpr std::int64_t DayNumber(int y, unsigned m, unsigned d) {

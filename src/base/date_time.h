@@ -10,6 +10,8 @@
 
 namespace velmora {
 
+inline constexpr std::int64_t SecondsPerDay = 86'400;
+
 struct CivilTime {
   int Year = 1899, Month = 12, Day = 30, Hour = 0, Minute = 0, Second = 0;
   bool operator==(const CivilTime&) const = default;

@@ -3,12 +3,6 @@
 #include "base/text.h"
 
 namespace velmora {
-namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
-
-}  // namespace
-
 std::string WithCrLf(std::string_view text) {
   std::string lines;
   lines.reserve(text.size() + text.size() / 32);
@@ -18,15 +12,15 @@ std::string WithCrLf(std::string_view text) {
       continue;
     }
     if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
-    lines.append(LineEnd);
+    lines.append(CrLf);
   }
   return lines;
 }
 
 std::string CleanLines(std::string_view text) {
-  auto lines = Split(WithCrLf(text), LineEnd);
+  auto lines = Split(WithCrLf(text), CrLf);
   for (auto& line : lines) line = BlankControlCharacters(line);
-  return Join(lines, LineEnd);
+  return Join(lines, CrLf);
 }
 
 }  // namespace velmora

@@ -8,7 +8,6 @@ namespace velmora {
 namespace {
 
 constexpr char32_t Replacement = 0xFFFD;
-constexpr char32_t LastCharacter = 0x10FFFF;
 constexpr std::string_view Blanks = " \t\r\n";
 
 constexpr bool IsSurrogate(char32_t character) { return character >= 0xD800 && character <= 0xDFFF; }

@@ -11,6 +11,10 @@ namespace velmora {
 // --- Case: one simple one-to-one mapping serves every comparison without regard to case. ---
 
 std::string ToLower(std::string_view text);
+// Of ASCII letters only: case as the formats of the field see it (HTML, MIME).
+constexpr char ToLowerAscii(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
 std::string ToUpper(std::string_view text);
 // The form under which two texts that differ in case only are equal, and the order of listings ("folded
 // ordinal order").
@@ -31,6 +35,8 @@ std::string Join(const std::vector<std::string>& pieces, std::string_view separa
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
 // --- Characters. ---
+
+inline constexpr char32_t LastCharacter = 0x10FFFF;
 
 // The bytes at the start that are ASCII: what conversions may take over as a whole.
 std::size_t AsciiPrefix(std::string_view text);

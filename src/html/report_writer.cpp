@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "base/line_ends.h"
 #include "html/converters.h"
 
 namespace velmora::html {
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view HeadingSize = "4";
 // The numbers of columns whose tables name their widths; a table of five never did.
 constexpr std::array<std::size_t, 6> CountsWithWidths = {1, 2, 3, 4, 6, 7};
@@ -49,7 +49,7 @@ void ReportWriter::WriteTitle(std::string_view text) {
 
 void ReportWriter::WriteHeadingBar(std::string_view text) {
   Add({"<TABLE BORDER='", Style.Border, "' bgcolor='", Style.BgColor,
-       "' style='border-collapse: collapse' WIDTH='", Style.TableWidth, "'>", LineEnd, "<TR><TD>"});
+       "' style='border-collapse: collapse' WIDTH='", Style.TableWidth, "'>", CrLf, "<TR><TD>"});
   AddFont(HeadingSize);
   Add({"<B>"});
   AddConverted(text);
@@ -72,7 +72,7 @@ void ReportWriter::WriteBreaks(int count) {
 // The value boxes have no opening <TR>. Browsers supply it, and pages written before have none either.
 void ReportWriter::WriteValueBox1(std::string_view text) {
   AddTable();
-  Add({LineEnd});
+  Add({CrLf});
   AddValueCell(Style.TableWidth, text);
   Add({"</TR></TABLE>"});
   EndLine();
@@ -80,9 +80,9 @@ void ReportWriter::WriteValueBox1(std::string_view text) {
 
 void ReportWriter::WriteValueBox2(std::string_view label, std::string_view value) {
   AddTable();
-  Add({LineEnd});
+  Add({CrLf});
   AddValueCell(ColumnWidth(2, 0), label);
-  Add({LineEnd});
+  Add({CrLf});
   AddValueCell(ColumnWidth(2, 1), value);
   Add({"</TR></TABLE>"});
   EndLine();
@@ -92,13 +92,13 @@ void ReportWriter::WriteValueBox2(std::string_view label, std::string_view value
 void ReportWriter::OpenReportTable(std::string_view caption, std::size_t columns) {
   Add({"<ALIGN='", Style.Align, "'>"});
   AddFont(Style.FontSize);
-  Add({"<B>", caption, "</B></FONT>", LineEnd});
+  Add({"<B>", caption, "</B></FONT>", CrLf});
   AddTable();
-  Add({LineEnd});
+  Add({CrLf});
   if (std::find(CountsWithWidths.begin(), CountsWithWidths.end(), columns) != CountsWithWidths.end()) {
-    Add({"<colgroup>", LineEnd});
-    for (std::size_t i = 0; i < columns; ++i) Add({"\t<col width='", ColumnWidth(columns, i), "'>", LineEnd});
-    Add({"</colgroup>", LineEnd});
+    Add({"<colgroup>", CrLf});
+    for (std::size_t i = 0; i < columns; ++i) Add({"\t<col width='", ColumnWidth(columns, i), "'>", CrLf});
+    Add({"</colgroup>", CrLf});
   }
   Add({"<TBODY>"});
   EndLine();
@@ -142,7 +142,7 @@ void ReportWriter::WriteRow7(std::string_view a, std::string_view b, std::string
 
 void ReportWriter::OpenContents() {
   AddFont(Style.FontSize);
-  Add({"<B>Inhalt</B></FONT>", LineEnd, "<UL type='square'>"});
+  Add({"<B>Inhalt</B></FONT>", CrLf, "<UL type='square'>"});
   EndLine();
 }
 
@@ -184,7 +184,7 @@ void ReportWriter::AddValueCell(std::string_view width, std::string_view text) {
 }
 
 void ReportWriter::EndLine() {
-  pending_ += LineEnd;
+  pending_ += CrLf;
   // A write that fails is skipped: a report with a gap is worth more than none.
   if (stream_ != nullptr) (void)stream_->Write(pending_);
   pending_.clear();
@@ -192,7 +192,7 @@ void ReportWriter::EndLine() {
 
 void ReportWriter::WriteBox(std::string_view opening, std::string_view text, std::string_view closing) {
   AddTable();
-  Add({"<TR><TD>", LineEnd});
+  Add({"<TR><TD>", CrLf});
   AddFont(Style.FontSize);
   Add({opening});
   AddConverted(text);
@@ -206,7 +206,7 @@ void ReportWriter::WriteRow(std::initializer_list<Cell> cells) {
     Add({"<TD ALIGN='", cell.Align, "'> "});
     AddFont(Style.FontSize);
     AddConverted(OrBlank(cell.Text));
-    Add({"</FONT></TD>", LineEnd});
+    Add({"</FONT></TD>", CrLf});
   }
   Add({"</TR>"});
   EndLine();

@@ -17,7 +17,6 @@ namespace {
 
 using Object = store::Selection::Object;
 
-constexpr std::string_view CopyVerb = "Kopieren ", DeleteVerb = "Löschen ";
 constexpr std::array<std::string_view, 3> PropertyMasks{"*.ini", "*.srt", "*.wav"};
 constexpr std::string_view RuleMask = "*.urt";
 // Marks an entry as a copy that was made here; the server takes it from its archive at the next look.

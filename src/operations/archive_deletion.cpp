@@ -12,8 +12,6 @@ namespace {
 
 using Object = store::Selection::Object;
 
-constexpr std::string_view Verb = "Löschen ";
-
 }  // namespace
 
 void RunStoreDelete(const Operation& operation, const StoreDeleteOptions& options,
@@ -33,10 +31,10 @@ void RunStoreDelete(const Operation& operation, const StoreDeleteOptions& option
       if (archive) {
         deletion.DeleteArchiveTree(**archive, selection.CurrentArchive.get());
       } else {
-        LogStoreFailure(run, object.ArchivePath, Verb, archive.error());
+        LogStoreFailure(run, object.ArchivePath, DeleteVerb, archive.error());
       }
     } else {
-      LogStoreFailure(run, object.ArchivePath, Verb,
+      LogStoreFailure(run, object.ArchivePath, DeleteVerb,
                       {store::store_error::NoAccess, "Das Recht zum Löschen von Archiven fehlt"});
     }
   }
@@ -47,7 +45,7 @@ void RunStoreDelete(const Operation& operation, const StoreDeleteOptions& option
 
 void ArchiveDeletion::DeleteMessage(store::DvArchive& archive, store::EntryKey key) {
   const auto entry = archive.GetEntry(key);
-  if (!entry) return LogStoreFailure(operation_.run, archive.FullPath(), Verb, entry.error());
+  if (!entry) return LogStoreFailure(operation_.run, archive.FullPath(), DeleteVerb, entry.error());
   DeleteEntry(**entry, archive.FullPath());
 }
 
@@ -70,11 +68,11 @@ void ArchiveDeletion::DeleteContent(store::DvArchive& archive) {
   run::Run& run = operation_.run;
   const std::string path = archive.FullPath();
   if (!path_.Enter(archive.ID())) {
-    return LogStoreFailure(run, path, Verb,
+    return LogStoreFailure(run, path, DeleteVerb,
                            {store::store_error::Damaged, "Der Archivbaum führt auf sich selbst zurück"});
   }
   run.frontEnd().progress.SetArchiveText(path);
-  VisitEntries(operation_, archive, Order::Backward, Verb,
+  VisitEntries(operation_, archive, Order::Backward, DeleteVerb,
                [&](store::DvItem& entry) { DeleteEntry(entry, path); });
   if (!run.CheckCancel()) DeleteSubArchives(archive);
   path_.Leave();
@@ -86,7 +84,7 @@ void ArchiveDeletion::DeleteContent(store::DvArchive& archive) {
 void ArchiveDeletion::DeleteSubArchives(store::DvArchive& archive) {
   run::Run& run = operation_.run;
   const auto subArchives = archive.SubArchives();
-  if (!subArchives) return LogStoreFailure(run, archive.FullPath(), Verb, subArchives.error());
+  if (!subArchives) return LogStoreFailure(run, archive.FullPath(), DeleteVerb, subArchives.error());
   // From the last to the first: no record that is still to go gets another number.
   for (auto sub = subArchives->rbegin(); sub != subArchives->rend() && !run.CheckCancel(); ++sub) {
     const bool isLink = (*sub)->IsShortCut();
@@ -111,13 +109,13 @@ void ArchiveDeletion::DeleteEntry(store::DvItem& entry, std::string_view logPath
   if (deleted) {
     ++run.counters.Messages;
   } else if (deleted.error().Number != store::store_error::NotFound) {
-    LogStoreFailure(run, fmt::format("{}/{}", logPath, title), Verb, deleted.error());
+    LogStoreFailure(run, fmt::format("{}/{}", logPath, title), DeleteVerb, deleted.error());
   }
 }
 
 void ArchiveDeletion::DeleteArchive(store::DvArchive& archive) {
   const Status deleted = archive.Delete();
-  if (!deleted) LogStoreFailure(operation_.run, archive.FullPath(), Verb, deleted.error());
+  if (!deleted) LogStoreFailure(operation_.run, archive.FullPath(), DeleteVerb, deleted.error());
 }
 
 void ArchiveDeletion::RemoveLink(store::DvArchive& link, const store::DvArchive& parent) {
@@ -134,7 +132,7 @@ void ArchiveDeletion::ErasePhysically(store::DvArchive& archive, const store::Dv
   if (erased) {
     ++run.counters.Archives;
   } else {
-    LogStoreFailure(run, path, Verb, erased.error());
+    LogStoreFailure(run, path, DeleteVerb, erased.error());
   }
 }
 

@@ -26,6 +26,9 @@ struct Operation {
   bool ClearErrorLog = false;  // at the start of a run
 };
 
+// Verbs of LogStoreFailure.
+inline constexpr std::string_view CopyVerb = "Kopieren ", DeleteVerb = "Löschen ";
+
 // A failure of the store: the path, the number, "DvISE-Error " + verb + the error's text.
 void LogStoreFailure(run::Run& run, std::string_view path, std::string_view verb, const Error& error);
 

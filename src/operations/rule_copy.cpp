@@ -16,8 +16,6 @@ namespace {
 
 using store::DvRuleData;
 
-constexpr std::string_view DeleteVerb = "Löschen ";
-
 // --- Properties. ---
 
 // What a copy takes over, in this order. RouteOnlySubject is not among them: a copied rule has its default.

@@ -6,7 +6,6 @@
 namespace velmora::platform {
 namespace {
 
-constexpr std::int64_t SecondsPerDay = 86'400;
 // From 30.12.1899 to 1.1.1970.
 constexpr std::int64_t UnixEpoch = 25'569 * SecondsPerDay;
 // Beyond every year that a date can show. A file system may keep any 64-bit number as a file's time.

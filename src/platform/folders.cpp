@@ -17,11 +17,6 @@ constexpr std::size_t MaxOpenFolders = 64;
 // Spellings of one folder are few; a caller that invents them must not make the table grow for ever.
 constexpr std::size_t MaxSpellings = 1024;
 
-std::string Below(std::string path, std::string_view hostName) {
-  if (path != "/") path += '/';
-  return path += hostName;
-}
-
 std::string Canonical(const std::string& hostPath) {
   const std::unique_ptr<char, decltype(&free)> resolved(realpath(hostPath.c_str(), nullptr), free);
   return resolved ? std::string(resolved.get()) : hostPath;
@@ -33,9 +28,9 @@ bool IsSameDirectory(const struct stat& a, const struct stat& b) {
 
 }  // namespace
 
-std::string Folder::HostPathOf(std::string_view hostName) const { return Below(HostPath, hostName); }
+std::string Folder::HostPathOf(std::string_view hostName) const { return JoinHostPath(HostPath, hostName); }
 std::string Folder::CanonicalPathOf(std::string_view hostName) const {
-  return Below(CanonicalPath, hostName);
+  return JoinHostPath(CanonicalPath, hostName);
 }
 
 Result<std::shared_ptr<Folder>> Folders::Find(std::string_view windowsPath) {

@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "platform/host.h"
+#include "platform/host_names.h"
 
 namespace velmora::platform {
 namespace {
@@ -36,15 +37,11 @@ std::string HomeDirectory() {
   return isFound && found->pw_dir != nullptr ? found->pw_dir : "/";
 }
 
-std::string Below(const std::string& directory, std::string_view name) {
-  return (directory == "/" ? "" : directory) + "/" + std::string(name);
-}
-
 // The line XDG_DOCUMENTS_DIR="$HOME/Dokumente" of user-dirs.dirs.
 std::optional<std::string> ConfiguredDocuments(const std::string& configHome, const std::string& home) {
   constexpr std::string_view Key = "XDG_DOCUMENTS_DIR=";
   constexpr std::string_view Home = "$HOME";
-  std::ifstream file(Below(configHome, "user-dirs.dirs"));
+  std::ifstream file(JoinHostPath(configHome, "user-dirs.dirs"));
   std::optional<std::string> found;
   for (std::string line; std::getline(file, line);) {
     std::string_view value = Trim(line);
@@ -65,7 +62,7 @@ std::optional<std::string> ConfiguredDocuments(const std::string& configHome, co
 std::string FindDocuments(const std::string& configHome, const std::string& home) {
   if (const auto configured = ConfiguredDocuments(configHome, home)) return *configured;
   std::error_code error;
-  const std::string usual = Below(home, "Documents");
+  const std::string usual = JoinHostPath(home, "Documents");
   return fs::is_directory(usual, error) ? usual : home;
 }
 
@@ -92,7 +89,7 @@ std::string ExecutablePath() {
 HostDirectories FindHostDirectories() {
   const std::string home = HomeDirectory();
   const auto baseDirectory = [&](const std::string& variable, std::string_view fallback) {
-    return DirectoryFrom(variable).value_or(Below(home, fallback));
+    return DirectoryFrom(variable).value_or(JoinHostPath(home, fallback));
   };
   const std::string configHome = baseDirectory("XDG_CONFIG_HOME", ".config");
   const std::string stateHome = baseDirectory("XDG_STATE_HOME", ".local/state");
@@ -100,13 +97,13 @@ HostDirectories FindHostDirectories() {
   const std::string temporary = DirectoryFrom("TMPDIR").value_or("/tmp");
 
   HostDirectories directories;
-  directories.Config = DirectoryFrom("VELMORA_CONFIG_DIR").value_or(Below(configHome, ProgramName));
+  directories.Config = DirectoryFrom("VELMORA_CONFIG_DIR").value_or(JoinHostPath(configHome, ProgramName));
   directories.MachineConfig = DirectoryFrom("VELMORA_MACHINE_CONFIG_DIR").value_or("/etc/velmora");
-  directories.State = DirectoryFrom("VELMORA_STATE_DIR").value_or(Below(stateHome, ProgramName));
-  directories.Data = DirectoryFrom("VELMORA_DATA_DIR").value_or(Below(dataHome, ProgramName));
+  directories.State = DirectoryFrom("VELMORA_STATE_DIR").value_or(JoinHostPath(stateHome, ProgramName));
+  directories.Data = DirectoryFrom("VELMORA_DATA_DIR").value_or(JoinHostPath(dataHome, ProgramName));
   directories.UserData = dataHome;
-  directories.Temporary =
-      DirectoryFrom("VELMORA_TEMP_DIR").value_or(Below(temporary, "velmora-" + std::to_string(geteuid())));
+  directories.Temporary = DirectoryFrom("VELMORA_TEMP_DIR")
+                              .value_or(JoinHostPath(temporary, "velmora-" + std::to_string(geteuid())));
   directories.Documents = FindDocuments(configHome, home);
   directories.Program = FindProgramData();
   return directories;

@@ -76,4 +76,10 @@ Result<std::string> ToHostName(std::string_view windowsName) {
   return name;
 }
 
+std::string JoinHostPath(std::string_view directory, std::string_view hostName) {
+  std::string path(directory == "/" ? "" : directory);
+  path += '/';
+  return path += hostName;
+}
+
 }  // namespace velmora::platform

@@ -15,5 +15,7 @@ std::string ToWindowsName(std::string_view hostName);
 // The host name of one component of a Windows path. BadName: empty, ".", "..", a character that Windows
 // forbids in names (among them ":" of drives and streams), no UTF-8, longer than 255 bytes.
 Result<std::string> ToHostName(std::string_view windowsName);
+// The host path of a name in a directory, which may be "/".
+std::string JoinHostPath(std::string_view directory, std::string_view hostName);
 
 }  // namespace velmora::platform

@@ -82,7 +82,7 @@ void SubtreeWatch::Update(const std::string& canonicalFolder, Scope& scope) {
 bool SubtreeWatch::TellFile(const std::string& canonicalFolder, Scope& scope, std::string_view hostName) {
   Update(canonicalFolder, scope);
   if (scope.Registrations.empty()) return false;
-  const std::string path = (canonicalFolder == "/" ? "" : canonicalFolder) + "/" + std::string(hostName);
+  const std::string path = JoinHostPath(canonicalFolder, hostName);
   // A copy: who is told may register or end a registration.
   const auto registrations = scope.Registrations;
   for (const auto& entry : registrations) {

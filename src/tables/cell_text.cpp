@@ -10,8 +10,6 @@
 namespace velmora::tables {
 namespace {
 
-constexpr std::int64_t SecondsPerDay = 86400;
-
 std::string ShowNumber(double number) {
   std::string text = fmt::format("{:.15G}", number == 0 ? 0.0 : number);  // no "-0"
   std::ranges::replace(text, '.', ',');

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "base/text.h"
 #include "tables/byte_order.h"
 #include "tables/compound_file.h"
 #include "tables/table_errors.h"
@@ -36,12 +37,8 @@ struct Entry {
   std::uint64_t Size = 0;
 };
 
-char LowerAscii(char character) {
-  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 bool IsName(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, {}, LowerAscii, LowerAscii);
+  return std::ranges::equal(a, b, {}, ToLowerAscii, ToLowerAscii);
 }
 
 class CompoundReader {

@@ -3,10 +3,11 @@
 #include <cmath>
 #include <cstddef>
 
+#include "base/text.h"
+
 namespace velmora::tables {
 namespace {
 
-constexpr std::int64_t SecondsPerDay = 86400;
 // Days since the null date, 30.12.1899: from this one on serial numbers and days are the same.
 constexpr std::int64_t FirstOfMarch1900 = 61, FirstOfJanuary1900 = 2;
 constexpr std::int64_t LeapDay1900 = 60;        // the serial number of the day that never was
@@ -20,10 +21,6 @@ constexpr FormatRange BuiltInDates[] = {
     {14, 17, DateKind::Date}, {18, 21, DateKind::Time}, {22, 22, DateKind::Date}, {27, 36, DateKind::Date},
     {45, 45, DateKind::Time}, {47, 47, DateKind::Time}, {50, 58, DateKind::Date},
 };
-
-char LowerAscii(char character) {
-  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
 
 }  // namespace
 
@@ -56,7 +53,7 @@ DateKind KindOfBuiltInFormat(std::uint16_t format) {
 DateKind KindOfFormatCode(std::string_view code) {
   bool hasDay = false, hasTime = false, hasMonth = false;
   for (std::size_t at = 0; at < code.size() && code[at] != ';'; ++at) {
-    const char letter = LowerAscii(code[at]);
+    const char letter = ToLowerAscii(code[at]);
     switch (letter) {
       case '\\':
       case '_':
@@ -67,7 +64,7 @@ DateKind KindOfFormatCode(std::string_view code) {
         at = code.find('"', at + 1);
         break;
       case '[': {  // a colour, a condition, a language; or a time that counts on
-        const char inside = at + 1 < code.size() ? LowerAscii(code[at + 1]) : ' ';
+        const char inside = at + 1 < code.size() ? ToLowerAscii(code[at + 1]) : ' ';
         const std::size_t end = code.find(']', at);
         const bool isElapsed = (inside == 'h' || inside == 'm' || inside == 's') && end <= at + 3;
         if (isElapsed) return DateKind::None;

@@ -9,7 +9,7 @@
 namespace velmora::ui {
 namespace {
 
-namespace text = addresses::export_text;
+namespace export_text = addresses::export_text;
 using addresses::AddressFormat;
 using addresses::AddressSource;
 
@@ -18,14 +18,14 @@ class AddressExportView final : public QDialog {
   AddressExportView(addresses::AddressExportDialog& model, const AddressDialogPlace& place,
                     run::FrontEnd frontEnd, QWidget* parent)
       : QDialog(parent), model_(model), place_(place), frontEnd_(frontEnd) {
-    SetTitle(*this, "AddrBookExp", text::Title);
-    file_ = Named(new QLineEdit, "AddrFileName", text::AddrFileName, text::AddrFileNameTip);
+    SetTitle(*this, "AddrBookExp", export_text::Title);
+    file_ = Named(new QLineEdit, "AddrFileName", export_text::AddrFileName, export_text::AddrFileNameTip);
     file_->setMinimumWidth(FieldWidth);
     file_->installEventFilter(this);
     auto* const browse = MakeButton("SrcAddrFile", "&Suchen ...");
-    auto* const take = MakeButton("GetButton", PlainCaption(text::GetButton),
+    auto* const take = MakeButton("GetButton", PlainCaption(export_text::GetButton),
                                   "Datei und Verzeichnis in die Einstellungen übernehmen");
-    auto* const fileFrame = MakeFrame("F_File", text::AddrFileName);
+    auto* const fileFrame = MakeFrame("F_File", export_text::AddrFileName);
     auto* const fileRow = new QHBoxLayout(fileFrame);
     fileRow->addWidget(file_, 1);
     fileRow->addWidget(browse);
@@ -77,10 +77,10 @@ class AddressExportView final : public QDialog {
   };
 
   QWidget* MakeFormats() {
-    constexpr Choice<AddressFormat> formats[] = {{"FrmtCSV", text::FrmtCSV, AddressFormat::Delimited},
-                                                 {"FrmtXL", text::FrmtXL, AddressFormat::Excel},
-                                                 {"FrmtGW", text::FrmtGW, AddressFormat::GroupWise},
-                                                 {"FrmtVCF", text::FrmtVCF, AddressFormat::VCard}};
+    constexpr Choice<AddressFormat> formats[] = {{"FrmtCSV", export_text::FrmtCSV, AddressFormat::Delimited},
+                                                 {"FrmtXL", export_text::FrmtXL, AddressFormat::Excel},
+                                                 {"FrmtGW", export_text::FrmtGW, AddressFormat::GroupWise},
+                                                 {"FrmtVCF", export_text::FrmtVCF, AddressFormat::VCard}};
     auto* const frame = MakeFrame("F_Format", "Format");
     auto* const layout = new QVBoxLayout(frame);
     for (const auto& format : formats) {
@@ -115,9 +115,11 @@ class AddressExportView final : public QDialog {
 
   QWidget* MakeSources() {
     constexpr Choice<AddressSource> sources[] = {
-        {"ExpCurArc", text::ExpCurArc, AddressSource::CurrentArchive, text::ExpCurArcTip},
-        {"ExpGlobalAddr", text::ExpGlobalAddr, AddressSource::PublicAddresses, text::ExpGlobalAddrTip},
-        {"ExpPersAddr", text::ExpPersAddr, AddressSource::PersonalAddresses, text::ExpPersAddrTip}};
+        {"ExpCurArc", export_text::ExpCurArc, AddressSource::CurrentArchive, export_text::ExpCurArcTip},
+        {"ExpGlobalAddr", export_text::ExpGlobalAddr, AddressSource::PublicAddresses,
+         export_text::ExpGlobalAddrTip},
+        {"ExpPersAddr", export_text::ExpPersAddr, AddressSource::PersonalAddresses,
+         export_text::ExpPersAddrTip}};
     auto* const frame = MakeFrame("F_Source", "Quelle");
     auto* const layout = new QVBoxLayout(frame);
     for (const auto& source : sources) {
@@ -133,8 +135,10 @@ class AddressExportView final : public QDialog {
   QWidget* MakeOptions() {
     auto* const frame = MakeFrame("F_Options", "Optionen");
     auto* const layout = new QVBoxLayout(frame);
-    QCheckBox* const subArchives = MakeCheckBox("ExpSubArcs", text::ExpSubArcs, text::ExpSubArcsTip);
-    QCheckBox* const overwrite = MakeCheckBox("AddrBooksOvw", text::AddrBooksOvw, text::AddrBooksOvwTip);
+    QCheckBox* const subArchives =
+        MakeCheckBox("ExpSubArcs", export_text::ExpSubArcs, export_text::ExpSubArcsTip);
+    QCheckBox* const overwrite =
+        MakeCheckBox("AddrBooksOvw", export_text::AddrBooksOvw, export_text::AddrBooksOvwTip);
     subArchives->setChecked(model_.ExpSubArcs());
     overwrite->setChecked(model_.AddrBooksOvw());
     connect(subArchives, &QCheckBox::clicked, this, [this](bool on) {

@@ -10,7 +10,7 @@
 namespace velmora::ui {
 namespace {
 
-namespace text = panes::copy_move_text;
+namespace copy_move_text = panes::copy_move_text;
 
 class CopyMoveView final : public QDialog {
  public:
@@ -18,9 +18,10 @@ class CopyMoveView final : public QDialog {
                const std::function<void(QWidget*)>& showUserInfo, QWidget* parent)
       : QDialog(parent), model_(model), frontEnd_(frontEnd) {
     SetTitle(*this, "CopyMoveDialogBox", model_.Title());
-    target_ = Named(new QLineEdit(ToQt(model_.CMDst())), "CMDst", "Zielverzeichnis", text::CMDstTip);
+    target_ =
+        Named(new QLineEdit(ToQt(model_.CMDst())), "CMDst", "Zielverzeichnis", copy_move_text::CMDstTip);
     target_->setMinimumWidth(FieldWidth);
-    auto* const search = MakeButton("SrcDir", "&Suchen ...", text::SrcDirTip);
+    auto* const search = MakeButton("SrcDir", "&Suchen ...", copy_move_text::SrcDirTip);
     auto* const targetRow = new QHBoxLayout;
     targetRow->addWidget(target_, 1);
     targetRow->addWidget(search);
@@ -42,7 +43,7 @@ class CopyMoveView final : public QDialog {
 
     auto* const buttons = MakeOkCancel(*this);
     QPushButton* const userInfo =
-        buttons->addButton(PlainCaption(text::ButtonUsrInfo), QDialogButtonBox::ActionRole);
+        buttons->addButton(PlainCaption(copy_move_text::ButtonUsrInfo), QDialogButtonBox::ActionRole);
     userInfo->setObjectName("ButtonUsrInfo");
     userInfo->setAutoDefault(false);
     findChild<QPushButton*>("OkButton")->setText(ToQt(model_.Title()));

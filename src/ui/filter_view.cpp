@@ -10,14 +10,14 @@
 namespace velmora::ui {
 namespace {
 
-namespace text = panes::filter_text;
+namespace filter_text = panes::filter_text;
 
 class FilterView final : public QDialog {
  public:
   FilterView(panes::FilterDialog& model, run::Prompts& prompts, QWidget* parent)
       : QDialog(parent), model_(model) {
-    SetTitle(*this, "FilterForm", text::Title);
-    auto* const standard = MakeFrame("F_Standard", text::F_Standard);
+    SetTitle(*this, "FilterForm", filter_text::Title);
+    auto* const standard = MakeFrame("F_Standard", filter_text::F_Standard);
     auto* const standardLayout = new QVBoxLayout(standard);
     for (const store::FilterPreset& preset : store::FilterPresets) {
       QRadioButton* const button = MakeRadioButton(preset.Control, preset.Caption);
@@ -30,8 +30,8 @@ class FilterView final : public QDialog {
       presets_.emplace_back(&preset, button);
     }
     standardLayout->addStretch(1);
-    auto* const status = MakeFrame("F_Status", text::F_Status, text::F_StatusTip);
-    auto* const type = MakeFrame("F_Type", text::F_Type, text::F_TypeTip);
+    auto* const status = MakeFrame("F_Status", filter_text::F_Status, filter_text::F_StatusTip);
+    auto* const type = MakeFrame("F_Type", filter_text::F_Type, filter_text::F_TypeTip);
     auto* const statusLayout = new QVBoxLayout(status);
     auto* const typeLayout = new QVBoxLayout(type);
     for (const store::FilterBox& box : store::FilterBoxes) {
@@ -43,7 +43,7 @@ class FilterView final : public QDialog {
       (box.Excludes ? typeLayout : statusLayout)->addWidget(check);
       boxes_.emplace_back(&box, check);
     }
-    hidden_ = MakeCheckBox("FltHidden", text::FltHidden, text::FltHiddenTip);
+    hidden_ = MakeCheckBox("FltHidden", filter_text::FltHidden, filter_text::FltHiddenTip);
     connect(hidden_, &QCheckBox::clicked, this, [this](bool checked) {
       model_.SetFltHidden(checked);
       Fill();
@@ -52,14 +52,16 @@ class FilterView final : public QDialog {
     statusLayout->addStretch(1);
     typeLayout->addStretch(1);
 
-    auto* const caption = Named(new QLabel(PlainCaption(text::L_FltValue)), "L_FltValue", text::L_FltValue);
-    value_ = Named(new QLineEdit, "FltValue", text::L_FltValue, text::FltValueTip);
+    auto* const caption =
+        Named(new QLabel(PlainCaption(filter_text::L_FltValue)), "L_FltValue", filter_text::L_FltValue);
+    value_ = Named(new QLineEdit, "FltValue", filter_text::L_FltValue, filter_text::FltValueTip);
     value_->setReadOnly(true);
     for (QWidget* const widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(value_)}) {
       widget->setVisible(model_.FltValueVisible());
     }
     auto* const buttons = MakeOkCancel(*this);
-    QPushButton* const reset = buttons->addButton(PlainCaption(text::FltReset), QDialogButtonBox::ResetRole);
+    QPushButton* const reset =
+        buttons->addButton(PlainCaption(filter_text::FltReset), QDialogButtonBox::ResetRole);
     reset->setObjectName("FltReset");
     reset->setAutoDefault(false);
     connect(reset, &QPushButton::clicked, this, [this, &prompts] {

@@ -7,7 +7,7 @@ namespace velmora::ui {
 namespace {
 
 namespace info = panes::form_user_info_text;
-namespace text = panes::mail_arc_marker_text;
+namespace mail_arc_marker_text = panes::mail_arc_marker_text;
 using panes::MailArcMarkerDialog;
 
 class MarkerView final : public QDialog {
@@ -15,7 +15,7 @@ class MarkerView final : public QDialog {
   MarkerView(MailArcMarkerDialog& model, run::Prompts& prompts,
              const std::function<void(QWidget*)>& showUserInfo, QWidget* parent)
       : QDialog(parent), model_(model), prompts_(prompts) {
-    SetTitle(*this, "SetMailArcDialogBox", text::Title);
+    SetTitle(*this, "SetMailArcDialogBox", mail_arc_marker_text::Title);
     auto* const kinds = MakeFrame("F_Kind", "Kennung");
     auto* const kindLayout = new QVBoxLayout(kinds);
     for (const panes::MarkerChoice& choice : panes::MarkerChoices) {
@@ -33,17 +33,19 @@ class MarkerView final : public QDialog {
               [&model = model_, set](const QString& typed) { (model.*set)(FromQt(typed)); });
       return field;
     };
-    bind("ArcFormDispName", text::ArcFormDispName, texts.DisplayName,
+    bind("ArcFormDispName", mail_arc_marker_text::ArcFormDispName, texts.DisplayName,
          &MailArcMarkerDialog::SetArcFormDispName);
-    bind("ArcFormFullPath", text::ArcFormFullPath, texts.FullPath, &MailArcMarkerDialog::SetArcFormFullPath);
-    bind("ArcFormDirName", text::ArcFormDirName, texts.DirName, &MailArcMarkerDialog::SetArcFormDirName);
-    comment_ =
-        bind("ArcFormComment", text::ArcFormComment, texts.Comment, &MailArcMarkerDialog::SetArcFormComment);
-    copyRight_ = bind("ArcFormCopyRight", text::ArcFormCopyRight, texts.CopyRight,
+    bind("ArcFormFullPath", mail_arc_marker_text::ArcFormFullPath, texts.FullPath,
+         &MailArcMarkerDialog::SetArcFormFullPath);
+    bind("ArcFormDirName", mail_arc_marker_text::ArcFormDirName, texts.DirName,
+         &MailArcMarkerDialog::SetArcFormDirName);
+    comment_ = bind("ArcFormComment", mail_arc_marker_text::ArcFormComment, texts.Comment,
+                    &MailArcMarkerDialog::SetArcFormComment);
+    copyRight_ = bind("ArcFormCopyRight", mail_arc_marker_text::ArcFormCopyRight, texts.CopyRight,
                       &MailArcMarkerDialog::SetArcFormCopyRight);
 
-    auto* const take = MakeButton("CopyUsrInfo", PlainCaption(text::CopyUsrInfo));
-    auto* const change = MakeButton("SetUsrInfo", PlainCaption(text::SetUsrInfo));
+    auto* const take = MakeButton("CopyUsrInfo", PlainCaption(mail_arc_marker_text::CopyUsrInfo));
+    auto* const change = MakeButton("SetUsrInfo", PlainCaption(mail_arc_marker_text::SetUsrInfo));
     auto* const userRow = new QHBoxLayout;
     userRow->addWidget(take);
     userRow->addWidget(change);
@@ -58,7 +60,7 @@ class MarkerView final : public QDialog {
     auto* const buttons = MakeOkCancel(*this);
     QPushButton* const quit = findChild<QPushButton*>("CancelButton");
     quit->setObjectName("QuitButton");
-    quit->setText(ToQt(text::QuitButton));
+    quit->setText(ToQt(mail_arc_marker_text::QuitButton));
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(kinds);
     layout->addLayout(form);

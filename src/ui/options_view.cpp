@@ -12,7 +12,7 @@
 namespace velmora::ui {
 namespace {
 
-namespace text = panes::options_text;
+namespace options_text = panes::options_text;
 using panes::OptionField;
 using panes::OptionKind;
 
@@ -29,7 +29,7 @@ class OptionsView final : public QDialog {
  public:
   OptionsView(panes::OptionsDialog& model, run::FrontEnd frontEnd, QWidget* parent)
       : QDialog(parent), model_(model), frontEnd_(frontEnd) {
-    SetTitle(*this, "DvVelmoraOptions", text::Title);
+    SetTitle(*this, "DvVelmoraOptions", options_text::Title);
     resize(OptionsSize);
     auto* const tabs = Named(new QTabWidget, "OptionPages", "Seiten");
     for (const panes::OptionPageText& page : panes::OptionPages()) {
@@ -39,8 +39,9 @@ class OptionsView final : public QDialog {
       tabs->addTab(made, PlainCaption(page.Caption));
     }
     auto* const buttons = MakeOkCancel(*this);
-    QPushButton* const save = buttons->addButton(PlainCaption(text::SaveButton), QDialogButtonBox::ApplyRole);
-    Named(save, "SaveButton", text::SaveButton, text::SaveButtonTip)->setAutoDefault(false);
+    QPushButton* const save =
+        buttons->addButton(PlainCaption(options_text::SaveButton), QDialogButtonBox::ApplyRole);
+    Named(save, "SaveButton", options_text::SaveButton, options_text::SaveButtonTip)->setAutoDefault(false);
     connect(save, &QPushButton::clicked, this, [this] { Take(true); });
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(tabs, 1);

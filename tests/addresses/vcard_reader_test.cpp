@@ -339,7 +339,6 @@ TEST(VCardReaderTest, OverlongLinesAreCut) {
 }
 
 // What grows with the square of the input would take hours here.
-// Whatever is quadratic here never ends.
 TEST(VCardReaderTest, HostileFilesOfAMillionPiecesAreRead) {
   constexpr std::size_t count = 1'000'000;
   const auto repeat = [](std::string_view piece) {

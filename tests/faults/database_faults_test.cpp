@@ -77,7 +77,7 @@ void SweepSqlite(FaultySqlite& sqlite, const Run& run) {
   int runs = 0;
   for (const SqliteKind& kind : SqliteKinds) {
     for (const bool lasts : {false, true}) {
-      const int step = SweepsAll() ? 1 : (lasts ? 7 : 2) * (SweepsFew() ? 3 : 1);
+      const int step = SweepsAll() ? 1 : lasts ? 7 : 2;
       for (int number = 1;; number += step) {
         ASSERT_LT(number, 5000) << kind.Name << ": the run does not end";
         const testing::ScopedTrace trace(
@@ -144,7 +144,7 @@ TEST(DatabaseFaultsTest, DeletionTellsOfWhatItLeaves) {
 // Files of up to a size: content files and databases fail where they would grow beyond it.
 TEST(DatabaseFaultsTest, MoveOnAFullDiskLosesNoMessage) {
   const Messages all = AllMessages();
-  const int step = SweepsAll() ? 512 : SweepsFew() ? 10'000 : 3000;
+  const int step = SweepsAll() ? 512 : 3000;
   bool hasFailed = false, isDone = false;
   for (int limit = 0; !isDone; limit += step) {
     ASSERT_LT(limit, 1 << 20) << "the run never has enough";

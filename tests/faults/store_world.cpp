@@ -15,8 +15,8 @@
 #include "store/embedded/embedded_store.h"
 #include "store/embedded/store_check.h"
 #include "store/embedded/store_layout.h"
+#include "store/embedded/store_setup.h"
 #include "store/filter.h"
-#include "support/test_store.h"
 
 namespace velmora::faults {
 namespace {
@@ -70,9 +70,10 @@ const std::string& Template() {
   static const test::TempDir dir;
   static const std::string path = [] {
     const store::embedded::StoreLocation location{"BUERO", dir.HostPath("store")};
-    test::CopyTestStore(test::BueroStore, location.HostDirectory);
-    const auto files = MakeHost(location);
     test::ManualClock clock;
+    Must(store::embedded::InitStore(
+        {location.HostDirectory, location.ServerName, {0, "Anna", "anna", "anna@example.org", 0}}, clock));
+    const auto files = MakeHost(location);
     const auto account = Account(*files, clock, location);
     const auto deliver = [&](DvArchive& archive, std::string_view subject) {
       Must(store::embedded::DeliverMessage(*account, archive, MailOf(subject), {}));

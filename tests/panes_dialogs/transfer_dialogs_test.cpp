@@ -7,7 +7,7 @@ namespace velmora::panes {
 namespace {
 
 using operations::CopyMode;
-using Box = ZEBCopyMoveBox;
+using TransferBox = ZEBCopyMoveBox;
 using RuleBox = RoutCopyMoveBox;
 
 class TransferDialogsTest : public DialogsTest {
@@ -41,43 +41,44 @@ TEST_F(TransferDialogsTest, WithNothingMarkedItDoesNotOpen) {
 }
 
 TEST_F(TransferDialogsTest, TheTableOfBoxesStandsInTheirOrder) {
-  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(Box::EnDelArchives)].Control, "EnDelArchives");
-  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(Box::EnSaveOrgArcs)].Control, "EnSaveOrgArcs");
-  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(Box::EnRoutings)].Control, "EnRoutings");
+  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnDelArchives)].Control, "EnDelArchives");
+  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnSaveOrgArcs)].Control, "EnSaveOrgArcs");
+  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnRoutings)].Control, "EnRoutings");
   // "Verknüpung" has been misspelled since users know it.
-  EXPECT_NE(ZEBCopyMoveBoxes[static_cast<std::size_t>(Box::EnLinkedArcs)].Tip.find("nicht als Verknüpung"),
-            std::string_view::npos);
+  EXPECT_NE(
+      ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnLinkedArcs)].Tip.find("nicht als Verknüpung"),
+      std::string_view::npos);
 }
 
 TEST_F(TransferDialogsTest, TheStructureIsDeletedOnlyByAMoveWithTheRight) {
-  EXPECT_FALSE(Dialog().IsEnabled(Box::EnDelArchives));
-  EXPECT_FALSE(Dialog().IsChecked(Box::EnDelArchives));
-  EXPECT_TRUE(Dialog(CopyMode::Move).IsEnabled(Box::EnDelArchives));
-  EXPECT_TRUE(Dialog(CopyMode::Move).IsChecked(Box::EnDelArchives));
+  EXPECT_FALSE(Dialog().IsEnabled(TransferBox::EnDelArchives));
+  EXPECT_FALSE(Dialog().IsChecked(TransferBox::EnDelArchives));
+  EXPECT_TRUE(Dialog(CopyMode::Move).IsEnabled(TransferBox::EnDelArchives));
+  EXPECT_TRUE(Dialog(CopyMode::Move).IsChecked(TransferBox::EnDelArchives));
   options.DeleteArchive = false;
-  EXPECT_FALSE(Dialog(CopyMode::Move).IsChecked(Box::EnDelArchives));
+  EXPECT_FALSE(Dialog(CopyMode::Move).IsChecked(TransferBox::EnDelArchives));
   options.DeleteArchive = true;
   mayDelete = false;
   auto dialog = Dialog(CopyMode::Move);
-  EXPECT_FALSE(dialog.IsEnabled(Box::EnDelArchives));
-  dialog.SetBox(Box::EnDelArchives, true);
+  EXPECT_FALSE(dialog.IsEnabled(TransferBox::EnDelArchives));
+  dialog.SetBox(TransferBox::EnDelArchives, true);
   EXPECT_FALSE(dialog.Ok(prompts())->Options.EnDelArchives);
 }
 
 TEST_F(TransferDialogsTest, EachBoxLeadsToItsOption) {
   auto dialog = Dialog(CopyMode::Move);
-  dialog.SetBox(Box::EnDelArchives, false);
-  const auto all = {Box::EnCopyOnlyArcs, Box::EnDblArcNames, Box::EnLinkedArcs,
-                    Box::EnSaveOrgArcs,  Box::EnCpyProp,     Box::EnRoutings};
-  for (const Box box : all) {
+  dialog.SetBox(TransferBox::EnDelArchives, false);
+  const auto all = {TransferBox::EnCopyOnlyArcs, TransferBox::EnDblArcNames, TransferBox::EnLinkedArcs,
+                    TransferBox::EnSaveOrgArcs,  TransferBox::EnCpyProp,     TransferBox::EnRoutings};
+  for (const TransferBox box : all) {
     dialog.SetBox(box, true);
     const auto chosen = dialog.Ok(prompts())->Options;
-    EXPECT_EQ(chosen.EnCopyOnlyArcs, box == Box::EnCopyOnlyArcs);
-    EXPECT_EQ(chosen.EnDblArcNames, box == Box::EnDblArcNames);
-    EXPECT_EQ(chosen.EnLinkedArcs, box == Box::EnLinkedArcs);
-    EXPECT_EQ(chosen.EnSaveOrgArcs, box == Box::EnSaveOrgArcs);
-    EXPECT_EQ(chosen.EnCpyProp, box == Box::EnCpyProp);
-    EXPECT_EQ(chosen.EnRoutings, box == Box::EnRoutings);
+    EXPECT_EQ(chosen.EnCopyOnlyArcs, box == TransferBox::EnCopyOnlyArcs);
+    EXPECT_EQ(chosen.EnDblArcNames, box == TransferBox::EnDblArcNames);
+    EXPECT_EQ(chosen.EnLinkedArcs, box == TransferBox::EnLinkedArcs);
+    EXPECT_EQ(chosen.EnSaveOrgArcs, box == TransferBox::EnSaveOrgArcs);
+    EXPECT_EQ(chosen.EnCpyProp, box == TransferBox::EnCpyProp);
+    EXPECT_EQ(chosen.EnRoutings, box == TransferBox::EnRoutings);
     EXPECT_FALSE(chosen.EnDelArchives);
     EXPECT_EQ(chosen.Mode, CopyMode::Move);
     dialog.SetBox(box, false);
@@ -86,13 +87,14 @@ TEST_F(TransferDialogsTest, EachBoxLeadsToItsOption) {
 
 TEST_F(TransferDialogsTest, BoxesStandAsTheLastRunOfTheSessionLeftThem) {
   auto first = Dialog(CopyMode::Move);
-  first.SetBox(Box::EnCpyProp, true);
-  EXPECT_FALSE(Dialog().IsChecked(Box::EnCpyProp)) << "a dialog that was not confirmed leaves nothing";
+  first.SetBox(TransferBox::EnCpyProp, true);
+  EXPECT_FALSE(Dialog().IsChecked(TransferBox::EnCpyProp))
+      << "a dialog that was not confirmed leaves nothing";
   ASSERT_TRUE(first.Ok(prompts()));
   const auto second = Dialog();
-  EXPECT_TRUE(second.IsChecked(Box::EnCpyProp));
-  EXPECT_FALSE(second.IsChecked(Box::EnDelArchives));
-  EXPECT_FALSE(second.IsChecked(Box::EnRoutings));
+  EXPECT_TRUE(second.IsChecked(TransferBox::EnCpyProp));
+  EXPECT_FALSE(second.IsChecked(TransferBox::EnDelArchives));
+  EXPECT_FALSE(second.IsChecked(TransferBox::EnRoutings));
 }
 
 TEST_F(TransferDialogsTest, TheTargetIsTheArchiveOfTheOtherPane) {

@@ -24,7 +24,7 @@ Workbook Sample() {
   return Workbook{{Sheet{"Adressen", rows, 1}, Sheet{"Zweites", {{1.0, Text("b")}}}}};
 }
 
-int ErrorOf(std::string_view file) {
+int ErrorOfFile(std::string_view file) {
   const Result<Workbook> workbook = ParseWorkbook(file);
   return workbook ? 0 : workbook.error().Number;
 }
@@ -38,7 +38,7 @@ TEST(DamagedWorkbook, FilesOfAnotherKindAreNoWorkbooks) {
        {std::string(), std::string("x"), std::string("\"Name\";\"Zahl\"\r\n"), std::string("PK\x03\x04"),
         signature, signature + std::string(1000, '\0'), signature + std::string(1000, '\xFF'),
         signature + noise, noise, *MakeCompoundFile(""), *MakeCompoundFile("x"), *MakeCompoundFile(noise)}) {
-    EXPECT_EQ(ErrorOf(file), table_error::NotAWorkbook) << file.size();
+    EXPECT_EQ(ErrorOfFile(file), table_error::NotAWorkbook) << file.size();
   }
 }
 
@@ -61,7 +61,8 @@ TEST(DamagedWorkbook, ATruncatedFileIsNeverTakenForAShorterWorkbook) {
 TEST(DamagedWorkbook, ATruncatedRecordStreamIsDamaged) {
   const std::string stream = *ReadCompoundStream(Bytes(Sample()), "Workbook", "");
   for (std::size_t size = 0; size < stream.size(); size += 11) {
-    ASSERT_EQ(ErrorOf(*MakeCompoundFile(std::string_view(stream).substr(0, size))), table_error::NotAWorkbook)
+    ASSERT_EQ(ErrorOfFile(*MakeCompoundFile(std::string_view(stream).substr(0, size))),
+              table_error::NotAWorkbook)
         << size;
   }
 }
@@ -95,7 +96,7 @@ int ErrorOfSheet(Add add) {
   StreamBuilder stream;
   stream.Start(biff::SubstreamGlobals).Entry("Blatt").End().ThenSheet();
   add(stream);
-  return ErrorOf(stream.End().File());
+  return ErrorOfFile(stream.End().File());
 }
 
 TEST(DamagedWorkbook, RecordsThatCannotBeAreDamaged) {
@@ -132,7 +133,7 @@ TEST(DamagedWorkbook, ACountOfTextsIsNotBelieved) {
   StreamBuilder stream;
   stream.Start(biff::SubstreamGlobals)
       .Add(Id::Sst, ~uint32_t{0}, ~uint32_t{0}, uint16_t{1}, uint8_t{0}, uint8_t{'x'});
-  EXPECT_EQ(ErrorOf(stream.Entry("Blatt").End().ThenSheet().End().File()), table_error::NotAWorkbook);
+  EXPECT_EQ(ErrorOfFile(stream.Entry("Blatt").End().ThenSheet().End().File()), table_error::NotAWorkbook);
 }
 
 // A kilobyte of records that would take gigabytes of memory, or hours.
@@ -162,7 +163,7 @@ TEST(DamagedWorkbook, LittleInputCannotAskForMuchMemory) {
   for (unsigned row = 0; row < MaxRows; ++row) {
     shared.Add(Id::LabelSst, static_cast<uint16_t>(row), uint16_t{0}, uint16_t{0}, uint32_t{0});
   }
-  EXPECT_EQ(ErrorOf(shared.End().File()), table_error::NotAWorkbook);
+  EXPECT_EQ(ErrorOfFile(shared.End().File()), table_error::NotAWorkbook);
 }
 
 TEST(DamagedWorkbook, SheetsCannotShareTheirRecords) {
@@ -179,9 +180,9 @@ TEST(DamagedWorkbook, SheetsCannotShareTheirRecords) {
   addSheet(stream);
   StreamBuilder sound = stream;
   addSheet(sound);
-  EXPECT_EQ(ErrorOf(sound.File()), 0);
+  EXPECT_EQ(ErrorOfFile(sound.File()), 0);
   stream.Point(1, start);
-  EXPECT_EQ(ErrorOf(stream.File()), table_error::NotAWorkbook);
+  EXPECT_EQ(ErrorOfFile(stream.File()), table_error::NotAWorkbook);
 }
 
 // Every chain of the container led back into itself, and a directory whose entries point at each other.
@@ -193,7 +194,7 @@ TEST(DamagedWorkbook, ChainsThatRunInCirclesEnd) {
       if (ReadLittle<uint32_t>(circle, at) == sector + 1)
         PutLittle(circle, at, static_cast<uint32_t>(sector));
     }
-    EXPECT_TRUE(ErrorOf(circle) == 0 || ErrorOf(circle) == table_error::NotAWorkbook) << sector;
+    EXPECT_TRUE(ErrorOfFile(circle) == 0 || ErrorOfFile(circle) == table_error::NotAWorkbook) << sector;
   }
 }
 

@@ -87,8 +87,7 @@ bool LeadsToOneFile(std::string_view path) {
 
 std::string DescriptorName(std::string_view pageFile) {
   constexpr std::string_view Extension = ".htm";
-  const auto lower = [](char letter) { return 'A' <= letter && letter <= 'Z' ? letter - 'A' + 'a' : letter; };
-  const auto cut = std::ranges::search(pageFile, Extension, {}, lower);
+  const auto cut = std::ranges::search(pageFile, Extension, {}, ToLowerAscii);
   return std::string(pageFile.begin(), cut.begin()) + std::string(DescriptorExtension);
 }
 

@@ -2,15 +2,12 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+
 namespace velmora::mailarchive {
 namespace {
 
 constexpr std::string_view HeadTags[] = {"meta", "link", "base", "iframe", "frame", "form"};
-
-// Case as an HTML parser sees it: of ASCII letters only.
-constexpr char Lower(char letter) {
-  return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
 
 // Whether a variable may stand here, as it is or once another one within it is filled in.
 bool MayBeginVariable(std::string_view text) {
@@ -22,7 +19,7 @@ bool MayBeginVariable(std::string_view text) {
 // Whether the text begins with the tag's name, or with a part of it that something put in behind could make
 // whole: a variable of the form within the text, or the text that follows it in the page.
 bool MayBecome(std::string_view text, std::string_view tag) {
-  const auto [inText, inTag] = std::ranges::mismatch(text, tag, {}, Lower);
+  const auto [inText, inTag] = std::ranges::mismatch(text, tag, {}, ToLowerAscii);
   return inTag == tag.end() || inText == text.end() ||
          MayBeginVariable(text.substr(static_cast<std::size_t>(inText - text.begin())));
 }

@@ -15,7 +15,7 @@ namespace velmora::panes {
 namespace {
 
 constexpr std::size_t RuleNameLength = 30;
-constexpr std::string_view Title = "Umbenennen";
+constexpr std::string_view RenameTitle = "Umbenennen";
 
 // --- In an archive pane. ---
 
@@ -88,7 +88,7 @@ bool MayRenameDirectory(CommandContext& context, const std::string& path) {
   if (!archive) return true;
   const std::string name = (*archive)->DisplayName().value_or("");
   return context.prompts().Question(
-             Title,
+             RenameTitle,
              fmt::format("Das Verzeichnis\r\n{}\r\nist als {} in das ZEB integriert. Trotzdem umbenennen ?",
                          path, name),
              run::Buttons::YesNo, run::Answer::No) == run::Answer::Yes;
@@ -117,7 +117,7 @@ bool RenameFile(CommandContext& context, const std::string& source, const std::s
   platform::FileSystem& files = context.files();
   const bool isTaken = files.FileExists(target) && !EqualsFold(source, target);
   if (isTaken &&
-      context.prompts().Question(Title, fmt::format("{} existiert bereits. Überschreiben ?", target),
+      context.prompts().Question(RenameTitle, fmt::format("{} existiert bereits. Überschreiben ?", target),
                                  run::Buttons::YesNo, run::Answer::No) != run::Answer::Yes) {
     return false;
   }

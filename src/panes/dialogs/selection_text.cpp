@@ -12,7 +12,7 @@ namespace velmora::panes {
 namespace {
 
 using operations::CopyMode;
-using Kind = store::Selection::Object::Kind;
+using ObjectKind = store::Selection::Object::Kind;
 
 std::string JoinCounts(std::initializer_list<std::pair<std::size_t, std::string_view>> counts) {
   std::vector<std::string> texts;
@@ -27,7 +27,7 @@ std::string JoinCounts(std::initializer_list<std::pair<std::size_t, std::string_
 std::string CountText(const store::Selection& selection) {
   std::size_t archives = 0, links = 0, messages = 0;
   for (const store::Selection::Object& object : selection.Objects)
-    ++(object.kind == Kind::Message ? messages : object.IsLink ? links : archives);
+    ++(object.kind == ObjectKind::Message ? messages : object.IsLink ? links : archives);
   return JoinCounts({{archives, "Archiv(e)"}, {links, "Link(s)"}, {messages, "Message(s)"}});
 }
 

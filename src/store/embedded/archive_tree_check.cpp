@@ -4,7 +4,9 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -18,6 +20,13 @@ namespace {
 
 using Findings = std::vector<ArchiveTree::Finding>;
 using ListResult = Result<std::shared_ptr<const ArchiveList>>;
+
+// A list as the check has read it, once.
+struct CheckedList {
+  std::string Directory;
+  std::shared_ptr<const ArchiveList> List;  // null when it cannot be read
+  std::vector<const ListedRecord*> Own;     // its records that are no links
+};
 
 // What a list says by itself: its length and the tags of its records.
 void CheckList(const std::string& directory, const ArchiveList& list, Findings& findings) {
@@ -56,15 +65,15 @@ void CheckSelf(platform::FileSystem& fileSystem, const std::string& directory, F
 }
 
 // The copy in the archive's directory. A process that was killed while it changed a record leaves an old one.
-void CompareSelf(platform::FileSystem& fileSystem, const ArchiveRecord& record, const ArchiveList& list,
+void CompareSelf(platform::FileSystem& fileSystem, const ListedRecord& record, const CheckedList& list,
                  Findings& findings) {
-  const auto own = RecordAt(list.Content(), static_cast<std::size_t>(record.RecordNumber));
+  const auto own = RecordAt(list.List->Content(), static_cast<std::size_t>(record.Number));
   const std::string file = JoinPath(NormalizePath(record.Directory), archive_file::Self);
   const auto copy = fileSystem.FileExists(file) ? fileSystem.ReadFile(file) : Result<std::string>();
   if (own && copy && copy->size() == DirRecord::Size && *copy != own->Bytes())
     findings.push_back({record.Directory,
                         fmt::format("archive.add: der Inhalt weicht von Eintrag {} der Liste von {} ab",
-                                    record.RecordNumber, record.ParentDirectory),
+                                    record.Number, StripBackslash(NormalizePath(list.Directory))),
                         true});
 }
 
@@ -106,94 +115,104 @@ void CheckFolders(platform::FileSystem& fileSystem, const std::string& directory
   }
 }
 
-// Walks the records that are no links, remembering the way down, and reports those that lead back up it.
+// Follows the records that are no links, remembering the way down, and reports those that lead back up it.
 class CircleSearch {
  public:
-  CircleSearch(ArchiveTree& tree, Findings& findings) : tree_(tree), findings_(findings) {}
+  CircleSearch(const std::vector<CheckedList>& lists, Findings& findings) : findings_(findings) {
+    for (const CheckedList& list : lists) lists_.emplace(DirectoryKey(list.Directory), &list);
+  }
 
-  void Run(const std::string& rootDirectory) {
-    Enter(rootDirectory);
+  void Run(const std::string& rootKey) {
+    Enter(rootKey);
     while (!way_.empty()) {
       Level& level = way_.back();
-      if (level.Next == level.Children.size()) {
+      if (level.Next == level.List->Own.size()) {
         onWay_.erase(level.Key);
         way_.pop_back();
         continue;
       }
-      const ArchiveRecord child = level.Children[level.Next++];
-      const std::string key = DirectoryKey(child.Directory);
-      if (child.IsLink) continue;
-      if (onWay_.contains(key))
-        findings_.push_back(
-            {child.ParentDirectory, fmt::format("Eintrag {} \"{}\" führt zurück auf {}", child.RecordNumber,
-                                                child.Name, child.Directory)});
-      else if (!entered_.contains(key))
-        Enter(child.Directory);
+      const CheckedList& list = *level.List;
+      const ListedRecord& child = *list.Own[level.Next++];
+      if (onWay_.contains(child.Key))
+        findings_.push_back({StripBackslash(NormalizePath(list.Directory)),
+                             fmt::format("Eintrag {} \"{}\" führt zurück auf {}", child.Number, child.Name,
+                                         child.Directory)});
+      else if (!entered_.contains(child.Key))
+        Enter(child.Key);
     }
   }
 
  private:
   struct Level {
-    std::string Key;
-    std::vector<ArchiveRecord> Children;
+    std::string_view Key;
+    const CheckedList* List;
     std::size_t Next = 0;
   };
 
-  void Enter(const std::string& directory) {
-    std::string key = DirectoryKey(directory);
-    entered_.insert(key);
-    onWay_.insert(key);
-    way_.push_back({std::move(key), tree_.Children(directory).value_or(std::vector<ArchiveRecord>()), 0});
+  void Enter(const std::string& key) {
+    const auto found = lists_.find(key);
+    if (found == lists_.end()) return;
+    entered_.insert(found->first);
+    onWay_.insert(found->first);
+    way_.push_back({found->first, found->second, 0});
   }
 
-  ArchiveTree& tree_;
   Findings& findings_;
+  std::unordered_map<std::string, const CheckedList*> lists_;
   std::vector<Level> way_;
-  std::set<std::string> onWay_, entered_;
+  std::unordered_set<std::string_view> onWay_, entered_;
 };
+
+// What the records of a list say of the archives that they name. `owners`: in whose list each archive's own
+// record was met first, by the archive's key.
+void CheckRecords(platform::FileSystem& fileSystem, const CheckedList& list,
+                  std::unordered_map<std::string_view, std::string_view>& owners, Findings& findings) {
+  const std::string listKey = DirectoryKey(list.Directory);
+  auto own = list.Own.begin();
+  for (const ListedRecord& record : list.List->Records()) {
+    if (!fileSystem.FolderExists(NormalizePath(record.Directory)))
+      findings.push_back({list.Directory, fmt::format("Eintrag {} \"{}\" nennt das fehlende Verzeichnis {}",
+                                                      record.Number, record.Name, record.Directory)});
+    if (own == list.Own.end() || *own != &record) continue;
+    ++own;
+    if (IsSameOrBelow(listKey, record.Key)) continue;  // a circle
+    const auto [owner, isFirst] = owners.try_emplace(record.Key, list.Directory);
+    if (isFirst)
+      CompareSelf(fileSystem, record, list, findings);
+    else
+      findings.push_back(
+          {list.Directory, fmt::format("Eintrag {} \"{}\" ist doppelt: {} steht schon in der Liste von {}",
+                                       record.Number, record.Name, record.Directory, owner->second)});
+  }
+}
 
 }  // namespace
 
 std::vector<ArchiveTree::Finding> ArchiveTree::Check() {
   Findings findings;
-  std::vector<std::string> directories;
+  std::vector<CheckedList> lists;
   std::set<std::string> named{state_->RootKey};
-  std::set<std::string> unread;  // nobody knows what these lists name
   state_->VisitLists([&](const std::string& directory, const ListResult& list) {
-    directories.push_back(directory);
+    lists.push_back({directory, list.value_or(nullptr), {}});
     if (!list) {
       findings.push_back({directory, list.error().Text});
-      unread.insert(directory);
       return;
     }
     CheckList(directory, **list, findings);
     for (const ListedRecord& record : (*list)->Records()) named.insert(record.Key);
   });
 
-  // Where an archive's own record was met first.
-  std::unordered_map<std::string, std::string> owners;
-  for (const std::string& directory : directories) {
-    CheckMissingList(state_->FileSystem, directory, findings);
-    CheckSelf(state_->FileSystem, directory, findings);
-    if (!unread.contains(directory)) CheckFolders(state_->FileSystem, directory, named, findings);
-    for (const ArchiveRecord& record : Children(directory).value_or(std::vector<ArchiveRecord>())) {
-      if (!state_->FileSystem.FolderExists(NormalizePath(record.Directory)))
-        findings.push_back({directory, fmt::format("Eintrag {} \"{}\" nennt das fehlende Verzeichnis {}",
-                                                   record.RecordNumber, record.Name, record.Directory)});
-      if (record.IsLink) continue;
-      const auto [owner, isFirst] = owners.try_emplace(DirectoryKey(record.Directory), directory);
-      const bool isCircle = IsSameOrBelow(DirectoryKey(directory), owner->first);
-      if (isFirst && !isCircle) {
-        if (const auto list = state_->Lists.Get(directory))
-          CompareSelf(state_->FileSystem, record, **list, findings);
-      }
-      if (!isFirst && !isCircle)
-        findings.push_back(
-            {directory, fmt::format("Eintrag {} \"{}\" ist doppelt: {} steht schon in der Liste von {}",
-                                    record.RecordNumber, record.Name, record.Directory, owner->second)});
-    }
+  std::unordered_map<std::string_view, std::string_view> owners;
+  for (CheckedList& list : lists) {
+    CheckMissingList(state_->FileSystem, list.Directory, findings);
+    CheckSelf(state_->FileSystem, list.Directory, findings);
+    if (!list.List) continue;  // nobody knows what it names
+    CheckFolders(state_->FileSystem, list.Directory, named, findings);
+    for (const ListedRecord& record : list.List->Records())
+      if (!state_->IsLink(record, list.Directory)) list.Own.push_back(&record);
+    CheckRecords(state_->FileSystem, list, owners, findings);
   }
-  CircleSearch(*this, findings).Run(state_->RootDirectory);
+  CircleSearch(lists, findings).Run(state_->RootKey);
   return findings;
 }
 

@@ -22,7 +22,7 @@ namespace {
 using platform::Descriptor;
 
 constexpr std::size_t BaseLength = 8;
-constexpr std::size_t PieceSize = 262'144;
+constexpr std::size_t ComparedBytes = 262'144;
 constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t OwnerAndGroup = OwnerOnly | S_IRGRP | S_IWGRP;
 // Up to here each file is synced by itself; above it one sync of the file system is cheaper.
@@ -105,7 +105,7 @@ Status CopyContentFile(const std::string& source, const std::string& target, mod
   if (!reader) return Fail(reader.error());
   return MakeFile(target, mode, [&](int file) -> Status {
     for (std::int64_t offset = 0;;) {
-      const auto piece = reader->Read(offset, PieceSize);
+      const auto piece = reader->Read(offset, ComparedBytes);
       if (!piece) return Fail(piece.error());
       if (piece->empty()) return {};
       if (const int error = platform::WriteAll(file, *piece); error != 0) return Failure(error, target);

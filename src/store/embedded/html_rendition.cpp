@@ -28,11 +28,10 @@ constexpr std::array<std::string_view, 8> RawTextElements = {"iframe", "noembed"
 
 bool IsBlank(char c) { return Blanks.find(c) != std::string_view::npos; }
 bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 std::string LowerAscii(std::string_view text) {
   std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), [](char c) { return LowerAscii(c); });
+  std::ranges::transform(lower, lower.begin(), ToLowerAscii);
   return lower;
 }
 
@@ -44,7 +43,7 @@ bool StartsWithWord(std::string_view text, std::string_view lowerWord) {
 std::size_t FindWord(std::string_view text, std::string_view lowerWord, std::size_t position) {
   const auto found =
       std::search(text.begin() + static_cast<std::ptrdiff_t>(std::min(position, text.size())), text.end(),
-                  lowerWord.begin(), lowerWord.end(), [](char a, char b) { return LowerAscii(a) == b; });
+                  lowerWord.begin(), lowerWord.end(), [](char a, char b) { return ToLowerAscii(a) == b; });
   return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 
@@ -145,7 +144,7 @@ class TagReader {
 
 int HexDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
-  const char lower = LowerAscii(c);
+  const char lower = ToLowerAscii(c);
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 

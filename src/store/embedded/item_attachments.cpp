@@ -14,7 +14,7 @@
 namespace velmora::store::embedded {
 namespace {
 
-constexpr std::int64_t PieceSize = 262'144;
+constexpr std::int64_t CopiedBytes = 262'144;
 
 // Stands for itself, so that it may outlive its item.
 class ItemAttachment : public DvAttachment {
@@ -70,7 +70,7 @@ Status ReadAttachment(EntryStore& store, std::string_view directory, EntryKey ke
   if (!reader) return Fail(reader.error());
   TransferDecoder decoder(range.Encoding);
   for (std::int64_t done = 0; done < range.Length;) {
-    const auto count = std::min(PieceSize, range.Length - done);
+    const auto count = std::min(CopiedBytes, range.Length - done);
     const auto piece = reader->Read(range.Offset + done, static_cast<std::size_t>(count));
     if (!piece) return Fail(piece.error());
     if (piece->empty()) {

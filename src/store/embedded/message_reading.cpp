@@ -20,7 +20,7 @@ constexpr const char* SelectRow =
     "SELECT type, attachment_count, flags, item_type, mail_flags, mail_options, owner, creator, priority,"
     " status_time, recipient_address, sender_address, sender_name, subject, recipient_text, display_variant,"
     " copy_marker, send_status, document_flags, pages, has_source FROM entries WHERE key = ?";
-constexpr int FirstColumn = 2;
+constexpr int FirstValueColumn = 2;
 
 }  // namespace
 
@@ -188,7 +188,7 @@ Result<EntryRow> MessageDatabase::ReadRow(EntryKey key) {
                .AttachmentCount = static_cast<int>(query->Number(1)),
                .Values = {}};
   for (std::size_t i = 0; i < ColumnCount; ++i) {
-    row.Values[i] = query->Field(FirstColumn + static_cast<int>(i), Columns[i].Kind);
+    row.Values[i] = query->Field(FirstValueColumn + static_cast<int>(i), Columns[i].Kind);
   }
   return row;
 }

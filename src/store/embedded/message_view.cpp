@@ -6,7 +6,7 @@
 namespace velmora::store::embedded {
 namespace {
 
-std::string OneLine(std::string_view text) { return BlankControlCharacters(MakeValidUtf8(text)); }
+std::string CleanText(std::string_view text) { return BlankControlCharacters(MakeValidUtf8(text)); }
 
 }  // namespace
 
@@ -63,7 +63,7 @@ Status MessageView<Interface>::AddRecipient(RecipientRole role, DvRecipient reci
   auto recipients = item_->Recipients();
   if (!recipients) return Fail(recipients.error());
   recipients->push_back(
-      {role, {OneLine(recipient.Name), OneLine(recipient.Address), OneLine(recipient.Kind)}});
+      {role, {CleanText(recipient.Name), CleanText(recipient.Address), CleanText(recipient.Kind)}});
   item_->SetRecipients(std::move(*recipients));
   if (role != RecipientRole::To) return {};
   const auto all = To();

@@ -23,7 +23,7 @@ constexpr const char* UpdateRowSql =
     " sender_address=?14, sender_name=?15, subject=?16, recipient_text=?17, display_variant=?18, "
     "copy_marker=?19,"
     " send_status=?20, document_flags=?21, pages=?22, has_source=?23 WHERE key=?4";
-constexpr int FirstColumn = 5;
+constexpr int FirstValueParameter = 5;
 
 constexpr std::array RemoveStatements = {
     "DELETE FROM entries WHERE key = ?",        "DELETE FROM texts WHERE entry = ?",
@@ -60,7 +60,7 @@ Status MessageDatabase::WriteRow(const char* sql, const EntryRow& row) {
   if (!query) return Fail(query.error());
   query->With(row.Type, DisplayClass(row), row.AttachmentCount, row.Key);
   for (std::size_t i = 0; i < ColumnCount; ++i) {
-    query->BindField(FirstColumn + static_cast<int>(i), row.Values[i], Columns[i].Kind);
+    query->BindField(FirstValueParameter + static_cast<int>(i), row.Values[i], Columns[i].Kind);
   }
   return query->Run();
 }
