@@ -267,7 +267,7 @@ std::shared_ptr<ArchiveCommandOptions> AddCommand(CLI::App& app, Action& action,
   return options;
 }
 
-void AddTransfer(CLI::App& app, Action& action, CopyMode mode) {
+void AddArchiveTransfer(CLI::App& app, Action& action, CopyMode mode) {
   const bool isMove = mode == CopyMode::Move;
   CLI::App* command = nullptr;
   const auto options =
@@ -306,8 +306,8 @@ void AddDelete(CLI::App& app, Action& action) {
 }  // namespace
 
 void AddArchiveCommands(CLI::App& app, Action& action) {
-  AddTransfer(app, action, CopyMode::Copy);
-  AddTransfer(app, action, CopyMode::Move);
+  AddArchiveTransfer(app, action, CopyMode::Copy);
+  AddArchiveTransfer(app, action, CopyMode::Move);
   AddDelete(app, action);
 }
 

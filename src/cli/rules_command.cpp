@@ -178,7 +178,7 @@ void AddRuleOption(CLI::App& command, RulesOptions& options) {
       ->allow_extra_args(false);
 }
 
-void AddTransfer(CLI::App& group, Action& action, CopyMode mode) {
+void AddRuleTransfer(CLI::App& group, Action& action, CopyMode mode) {
   const bool isMove = mode == CopyMode::Move;
   CLI::App* command = nullptr;
   const auto options = AddCommand(
@@ -206,8 +206,8 @@ void AddRuleCommands(CLI::App& app, Action& action) {
   CLI::App* command = nullptr;
   (void)AddCommand(*group, action, "list", "Regeln mit ihren Nummern zeigen", PrintRules, false,
                    command);  // nothing more to ask for
-  AddTransfer(*group, action, CopyMode::Copy);
-  AddTransfer(*group, action, CopyMode::Move);
+  AddRuleTransfer(*group, action, CopyMode::Copy);
+  AddRuleTransfer(*group, action, CopyMode::Move);
   const auto options = AddCommand(*group, action, "delete", "Regeln löschen", Delete, true, command);
   AddRuleOption(*command, *options);
 }

@@ -20,6 +20,7 @@ Status StoreHidden(const std::string& hostPath, bool hidden);
 // The DOS attributes of one open file given to another, if there are any.
 void CopyDosAttributes(int fromDescriptor, int toDescriptor);
 
+inline constexpr mode_t PermissionBits = 07777;
 // Read-only is the missing write permission of the owner, for every user, the root user included.
 inline bool IsReadOnly(const struct stat& status) { return (status.st_mode & S_IWUSR) == 0; }
 

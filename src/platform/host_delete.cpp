@@ -17,8 +17,6 @@
 namespace velmora::platform {
 namespace {
 
-constexpr mode_t PermissionBits = 07777;
-
 struct MaskedPath {
   std::string_view Folder;
   std::string_view Mask;

@@ -21,7 +21,6 @@
 namespace velmora::platform {
 namespace {
 
-constexpr mode_t PermissionBits = 07777;
 constexpr int MaxTemporaryNames = 100;
 constexpr std::string_view TemporaryPrefix = ".velmora-";
 constexpr std::string_view TemporarySuffix = ".tmp";

@@ -25,7 +25,7 @@
 namespace velmora::ui {
 namespace {
 
-constexpr QSize ViewerSize(860, 640);
+constexpr QSize MessageViewerSize(860, 640);
 constexpr std::int64_t MaxInlineBytes = std::int64_t{16} << 20;
 constexpr std::string_view OutsideText = "Inhalte aus dem Netz werden nicht geladen.";
 constexpr std::string_view OpenFolder = "Anhang";
@@ -66,7 +66,7 @@ MessageViewer::MessageViewer(const Parts& parts, const panes::MessageRequest& re
   setObjectName("MessageViewer");
   setWindowTitle(content_.Title.empty() ? QString("Nachricht") : ToQt(content_.Title));
   setWindowFlag(Qt::WindowMaximizeButtonHint);
-  resize(content_.Kind == ContentKind::Voice ? VoiceSize : ViewerSize);
+  resize(content_.Kind == ContentKind::Voice ? VoiceSize : MessageViewerSize);
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(MakeHeader());
   if (!content_.Notice.empty()) layout->addWidget(MakeNotice(content_.Notice));

@@ -13,7 +13,7 @@
 namespace velmora::ui {
 namespace {
 
-constexpr QSize ViewerSize(820, 560);
+constexpr QSize TextViewerSize(820, 560);
 
 }  // namespace
 
@@ -22,7 +22,7 @@ TextViewer::TextViewer(const QString& title, const QString& text, const Uses& us
   setObjectName("TextViewer");
   setWindowTitle(title);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
-  resize(ViewerSize);
+  resize(TextViewerSize);
 
   text_->setObjectName("ViewText");
   text_->setAccessibleName(title);

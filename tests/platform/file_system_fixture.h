@@ -9,12 +9,15 @@
 #include <string_view>
 #include <vector>
 
+#include "base/date_time.h"
 #include "platform/host_file_system.h"
 #include "support/temp_dir.h"
 
 namespace velmora::platform {
 
 using Strings = std::vector<std::string>;
+
+inline const DateTime SomeTime = DateTime::FromCivil({2019, 7, 8, 9, 10, 11}).value();
 
 // The error's number, 0 for success.
 template <typename T>

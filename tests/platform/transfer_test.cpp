@@ -13,7 +13,6 @@ namespace fs = std::filesystem;
 
 using TransferTest = FileSystemFixture;
 
-const DateTime SomeTime = DateTime::FromCivil({2019, 7, 8, 9, 10, 11}).value();
 const DateTime OtherTime = DateTime::FromCivil({2018, 1, 2, 3, 4, 5}).value();
 
 TEST_F(TransferTest, ACopyHasContentAndTimeOfItsSource) {

@@ -23,8 +23,6 @@ namespace fs = std::filesystem;
 
 using WriteTest = FileSystemFixture;
 
-const DateTime SomeTime = DateTime::FromCivil({2019, 7, 8, 9, 10, 11}).value();
-
 mode_t ModeOf(const std::string& hostPath) {
   struct stat status {};
   EXPECT_EQ(stat(hostPath.c_str(), &status), 0);

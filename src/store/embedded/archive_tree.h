@@ -88,7 +88,11 @@ class ArchiveTree {
   };
   // Lists of a length that is no multiple of a record, records without tags, dangling and doubled records,
   // circular nesting, directories that no record names, copies of records that differ.
-  std::vector<Finding> Check();
+  struct CheckResult {
+    std::vector<Finding> Findings;
+    std::vector<std::string> Archives;  // the directories of all archives, each once, the root's first
+  };
+  CheckResult Check();
 
  private:
   struct State;

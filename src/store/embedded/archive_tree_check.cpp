@@ -95,10 +95,17 @@ bool HoldsContent(platform::FileSystem& fileSystem, const std::string& folder) {
   });
 }
 
+// Whether a list names the directory at this moment: what was read of it may be some seconds old, and others
+// work in the store meanwhile.
+bool IsListedNow(ListCache& cache, const std::string& listDirectory, const std::string& key) {
+  const auto list = cache.Get(listDirectory);
+  return list && !(*list)->NamingDirectory(key).empty();
+}
+
 // Directories on the disk that no record names, neither them nor anything in them. One without content
 // is what a process leaves that is killed while it makes or deletes an archive, or stood for the sake of an
 // archive that lay in it.
-void CheckFolders(platform::FileSystem& fileSystem, const std::string& directory,
+void CheckFolders(platform::FileSystem& fileSystem, ListCache& cache, const std::string& directory,
                   const std::set<std::string>& named, Findings& findings) {
   const std::string place = NormalizePath(directory);
   const auto folders = fileSystem.List(place, "*", platform::ListWhat::Folders);
@@ -109,7 +116,7 @@ void CheckFolders(platform::FileSystem& fileSystem, const std::string& directory
     const std::string inside = key + "\\";
     const auto next = named.lower_bound(inside);
     const bool holdsNamed = next != named.end() && next->starts_with(inside);
-    if (!named.contains(key) && !holdsNamed)
+    if (!named.contains(key) && !holdsNamed && !IsListedNow(cache, directory, key))
       findings.push_back(
           {path, "Kein Archiveintrag nennt dieses Verzeichnis", !HoldsContent(fileSystem, path)});
   }
@@ -165,12 +172,13 @@ class CircleSearch {
 
 // What the records of a list say of the archives that they name. `owners`: in whose list each archive's own
 // record was met first, by the archive's key.
-void CheckRecords(platform::FileSystem& fileSystem, const CheckedList& list,
+void CheckRecords(platform::FileSystem& fileSystem, ListCache& cache, const CheckedList& list,
                   std::unordered_map<std::string_view, std::string_view>& owners, Findings& findings) {
   const std::string listKey = DirectoryKey(list.Directory);
   auto own = list.Own.begin();
   for (const ListedRecord& record : list.List->Records()) {
-    if (!fileSystem.FolderExists(NormalizePath(record.Directory)))
+    if (!fileSystem.FolderExists(NormalizePath(record.Directory)) &&
+        IsListedNow(cache, list.Directory, record.Key))
       findings.push_back({list.Directory, fmt::format("Eintrag {} \"{}\" nennt das fehlende Verzeichnis {}",
                                                       record.Number, record.Name, record.Directory)});
     if (own == list.Own.end() || *own != &record) continue;
@@ -188,7 +196,7 @@ void CheckRecords(platform::FileSystem& fileSystem, const CheckedList& list,
 
 }  // namespace
 
-std::vector<ArchiveTree::Finding> ArchiveTree::Check() {
+ArchiveTree::CheckResult ArchiveTree::Check() {
   Findings findings;
   std::vector<CheckedList> lists;
   std::set<std::string> named{state_->RootKey};
@@ -207,13 +215,15 @@ std::vector<ArchiveTree::Finding> ArchiveTree::Check() {
     CheckMissingList(state_->FileSystem, list.Directory, findings);
     CheckSelf(state_->FileSystem, list.Directory, findings);
     if (!list.List) continue;  // nobody knows what it names
-    CheckFolders(state_->FileSystem, list.Directory, named, findings);
+    CheckFolders(state_->FileSystem, state_->Lists, list.Directory, named, findings);
     for (const ListedRecord& record : list.List->Records())
       if (!state_->IsLink(record, list.Directory)) list.Own.push_back(&record);
-    CheckRecords(state_->FileSystem, list, owners, findings);
+    CheckRecords(state_->FileSystem, state_->Lists, list, owners, findings);
   }
   CircleSearch(lists, findings).Run(state_->RootKey);
-  return findings;
+  CheckResult result{std::move(findings), {}};
+  for (CheckedList& list : lists) result.Archives.push_back(std::move(list.Directory));
+  return result;
 }
 
 }  // namespace velmora::store::embedded

@@ -15,7 +15,7 @@ constexpr std::int64_t SchemaVersion = 2;
 
 // The index holds all that the filter asks, so that a listing never reads the entries themselves. Keys are
 // never given twice (AUTOINCREMENT): a key that a caller remembers names its entry or none.
-constexpr const char* Schema = R"sql(
+constexpr const char* MessageSchema = R"sql(
 CREATE TABLE entries(
   key INTEGER PRIMARY KEY AUTOINCREMENT,
   type INTEGER NOT NULL,
@@ -114,7 +114,7 @@ Status MessageDatabase::MakeTables() {
   const auto identity =
       fmt::format("PRAGMA application_id={}; PRAGMA user_version={};", ApplicationId, SchemaVersion);
   if (const auto named = Execute(identity.c_str()); !named) return named;
-  return Execute(Schema);
+  return Execute(MessageSchema);
 }
 
 Status MessageDatabase::BeginWrite() {

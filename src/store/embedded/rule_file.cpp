@@ -15,7 +15,7 @@ namespace {
 // A rule of a file from elsewhere may claim any number of targets and conditions.
 constexpr std::size_t MaxParts = 10'000;
 
-constexpr const char* Schema =
+constexpr const char* RuleSchema =
     "CREATE TABLE IF NOT EXISTS rules (id INTEGER PRIMARY KEY AUTOINCREMENT,"
     " name TEXT NOT NULL, forward_to TEXT NOT NULL, replaced_sender TEXT NOT NULL,"
     " include_before TEXT NOT NULL, include_after TEXT NOT NULL,"
@@ -149,7 +149,7 @@ Result<Sqlite> OpenRules(platform::FileSystem& fileSystem, const std::string& pa
   if (!hostPath) return Fail(hostPath.error());
   auto database = Sqlite::Open(*hostPath, mode);
   if (!database || mode == Sqlite::Mode::ReadOnly) return database;
-  if (const auto made = database->Execute(Schema); !made) return Fail(made.error());
+  if (const auto made = database->Execute(RuleSchema); !made) return Fail(made.error());
   return database;
 }
 

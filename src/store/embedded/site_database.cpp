@@ -15,7 +15,7 @@ namespace {
 constexpr int ApplicationId = 0x566C6D53;
 constexpr int SchemaVersion = 1;
 
-constexpr const char* Schema =
+constexpr const char* SiteSchema =
     "CREATE TABLE users (id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT NOT NULL,"
     " login TEXT NOT NULL UNIQUE, mail TEXT NOT NULL, rights INTEGER NOT NULL) STRICT;"
     "CREATE TABLE site (name TEXT PRIMARY KEY, value TEXT NOT NULL) STRICT, WITHOUT ROWID;";
@@ -86,7 +86,7 @@ Result<SiteDatabase> SiteDatabase::Create(const std::string& hostPath, std::stri
   const auto marks =
       fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {};", ApplicationId, SchemaVersion);
   if (const auto made = database->Execute(marks.c_str()); !made) return Fail(made.error());
-  if (const auto made = database->Execute(Schema); !made) return Fail(made.error());
+  if (const auto made = database->Execute(SiteSchema); !made) return Fail(made.error());
   if (const auto made = WriteValue(*database, site_value::Server, serverName); !made)
     return Fail(made.error());
   if (const auto made = InsertUser(*database, administrator); !made) return Fail(made.error());

@@ -2,11 +2,10 @@
 
 #include <fmt/core.h>
 
-#include <set>
+#include <string>
 #include <vector>
 
 #include "base/paths.h"
-#include "base/text.h"
 #include "store/archive_files.h"
 #include "store/embedded/archive_tree.h"
 #include "store/embedded/message_store.h"
@@ -50,35 +49,19 @@ void CheckDatabase(platform::FileSystem& fileSystem, const std::string& path, st
   }
 }
 
-void CheckArchive(platform::FileSystem& fileSystem, MessageStore& messages, const std::string& directory,
-                  const Report& report) {
-  for (const auto& finding : messages.Check(directory)) {
-    report(
-        {finding.Key == 0 ? finding.Directory : fmt::format("{}, Eintrag {}", finding.Directory, finding.Key),
-         finding.Text, finding.IsNote});
-  }
-  CheckDatabase(fileSystem, JoinPath(directory, archive_file::Rules), "rules", report);
-}
-
-// Every directory that a record makes an archive, once; links lead to what is visited at its own place.
-int CheckArchives(platform::FileSystem& fileSystem, platform::Clock& clock, ArchiveTree& tree,
-                  const Report& report) {
+int CheckArchives(platform::FileSystem& fileSystem, platform::Clock& clock,
+                  const std::vector<std::string>& directories, const Report& report) {
   MessageStore messages(fileSystem, clock);
-  std::vector<std::string> waiting{tree.Root().Directory};
-  std::set<std::string> visited;
   int checked = 0;
-  while (!waiting.empty()) {
-    const std::string directory = std::move(waiting.back());
-    waiting.pop_back();
-    if (!visited.insert(FoldCase(directory)).second) continue;
+  for (const std::string& directory : directories) {
     if (!fileSystem.FolderExists(directory)) continue;  // the tree's own check tells of it
     ++checked;
-    CheckArchive(fileSystem, messages, directory, report);
-    const auto children = tree.Children(directory);
-    if (!children) continue;  // told as well
-    for (const auto& child : *children) {
-      if (!child.IsLink) waiting.push_back(child.Directory);
+    for (const auto& finding : messages.Check(directory)) {
+      report({finding.Key == 0 ? finding.Directory
+                               : fmt::format("{}, Eintrag {}", finding.Directory, finding.Key),
+              finding.Text, finding.IsNote});
     }
+    CheckDatabase(fileSystem, JoinPath(directory, archive_file::Rules), "rules", report);
   }
   return checked;
 }
@@ -100,8 +83,9 @@ int CheckStore(platform::FileSystem& fileSystem, platform::Clock& clock, const S
                const std::function<void(const StoreFinding&)>& report) {
   const StoreLayout layout(store.ServerName);
   ArchiveTree tree(fileSystem, layout.ArchiveRoot());
-  for (const auto& finding : tree.Check()) report({finding.Directory, finding.Text, finding.IsNote});
-  const int archives = CheckArchives(fileSystem, clock, tree, report);
+  const auto [findings, directories] = tree.Check();
+  for (const auto& finding : findings) report({finding.Directory, finding.Text, finding.IsNote});
+  const int archives = CheckArchives(fileSystem, clock, directories, report);
   CheckDatabase(fileSystem, JoinPath(layout.Code(), "site.db"), "users", report);
   for (const auto log : {ReceiveLogName, SendLogName}) {
     CheckDatabase(fileSystem, JoinPath(layout.Code(), log), "entries", report);

@@ -254,7 +254,7 @@ TEST_F(ArchiveEntriesTest, AnInterruptedListIsSeenAndToldAndRecoveredByTheNextCh
   EXPECT_EQ(Names(*a_), before) << "never silently empty";
   ArchiveTree tree(*fileSystem_, layout_.ArchiveRoot());
   int told = 0;
-  for (const auto& finding : tree.Check()) told += finding.Directory == a_->ID() ? 1 : 0;
+  for (const auto& finding : tree.Check().Findings) told += finding.Directory == a_->ID() ? 1 : 0;
   EXPECT_EQ(told, 1);
   Create(*a_, "Drei");
   EXPECT_EQ(Names(*a_), (Texts{"Post", "Zwei", "Drei"}));

@@ -146,7 +146,7 @@ TEST_F(StoreLocationTest, InitGoesOnWhereItWasInterrupted) {
   EXPECT_TRUE(std::filesystem::exists(one.HostDirectory + "/code/david.rec"));
   const auto fileSystem = platform::MakeHostFileSystem({MappingOf(one)});
   ArchiveTree tree(*fileSystem, StoreLayout("EINS").ArchiveRoot());
-  EXPECT_TRUE(tree.Check().empty()) << "nothing stands twice";
+  EXPECT_TRUE(tree.Check().Findings.empty()) << "nothing stands twice";
 }
 
 TEST_F(StoreLocationTest, LoginNamesAreUnique) {

@@ -54,7 +54,7 @@ class TreeTest : public testing::Test {
   // What a check finds damaged.
   std::string CheckTexts() {
     std::string texts;
-    for (const ArchiveTree::Finding& finding : Tree->Check())
+    for (const ArchiveTree::Finding& finding : Tree->Check().Findings)
       if (!finding.IsNote) texts += finding.Directory + ": " + finding.Text + "\n";
     return texts;
   }

@@ -7,8 +7,10 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <set>
 #include <thread>
+#include <utility>
 
 #include "store/archive_files.h"
 #include "store/archive_record.h"
@@ -377,13 +379,43 @@ TEST_F(TreeSafetyTest, CheckFindsDirectoriesThatNoRecordNames) {
   EXPECT_EQ(CheckTexts(), fmt::format("{}\\POST\\LOSE: Kein Archiveintrag nennt dieses Verzeichnis\n", Root));
 }
 
+// Others work in the store while it is checked.
+class BusyFileSystem : public test::ForwardingFileSystem {
+ public:
+  BusyFileSystem(platform::FileSystem& inner, std::function<void()> meanwhile)
+      : ForwardingFileSystem(inner), meanwhile_(std::move(meanwhile)) {}
+
+  Result<std::vector<platform::FileEntry>> List(std::string_view folder, std::string_view mask,
+                                                platform::ListWhat what) override {
+    if (const auto work = std::exchange(meanwhile_, nullptr)) work();
+    return Inner.List(folder, mask, what);
+  }
+
+ private:
+  std::function<void()> meanwhile_;
+};
+
+TEST_F(TreeSafetyTest, ArchivesThatComeAndGoDuringACheckAreNoDamage) {
+  const ArchiveRecord gone = Make(Root, "Weg");
+  Make(gone.Directory, "Darunter");
+  BusyFileSystem busy(*Files, [&] {
+    ASSERT_TRUE(Tree->RemoveRecord(gone));
+    fs::remove_all(Temp.HostPath("ARCHIVE/WEG"));
+    Make(Root, "Neu");
+    Temp.WriteHostFile("ARCHIVE/NEU/archive.dat", "x");
+  });
+  ArchiveTree tree(busy, std::string(Root));
+  EXPECT_EQ(tree.Check().Findings.size(), 0U);
+  EXPECT_TRUE(HostExists("ARCHIVE/NEU"));
+}
+
 TEST_F(TreeSafetyTest, DirectoryWithoutContentThatNoRecordNamesIsANote) {
   Make(Root, "Post");
   const auto isNote = [&](const std::string& file, const std::string& content) {
     const std::string directory = Temp.HostPath("ARCHIVE/POST/LOSE");
     fs::create_directories(directory + "/TIEFER");
     Temp.WriteHostFile("ARCHIVE/POST/LOSE/TIEFER/" + file, content);
-    const auto findings = Tree->Check();
+    const auto findings = Tree->Check().Findings;
     fs::remove_all(directory);
     EXPECT_EQ(findings.size(), 1U);
     return !findings.empty() && findings[0].IsNote;
