@@ -16,7 +16,7 @@ if(VELMORA_SANITIZE)
                                                  -fno-omit-frame-pointer -g1)
   # GCC loses track of std::variant between its own checks and reports members as unset that are never read.
   target_compile_options(velmora_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
-  target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined -fuse-ld=gold)  # half the time of the usual one
+  target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined -fuse-ld=lld)  # a fifth of the usual time
 endif()
 if(VELMORA_FUZZ)
   target_compile_options(velmora_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
