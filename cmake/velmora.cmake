@@ -40,18 +40,21 @@ function(velmora_library name)
   velmora_reuse(velmora_${name} ${ARG_HEADERS})
 endfunction()
 
-# velmora_test(NAME SOURCES ... LINK ... [HEADERS SET] [SHARDS N]): the program test_NAME as a CTest test, or as N that
-# share its cases (a process for each case would cost more than most cases). Built by the target unit_tests, labelled `unit`.
+# velmora_test(NAME SOURCES ... LINK ... [HEADERS SET] [SHARDS N] [WITH_PROGRAMS]): the program test_NAME as a CTest test, or
+# as N that share its cases (a process for each case would cost more than most cases). Built by the target unit_tests and
+# labelled `unit`; WITH_PROGRAMS: built and run wherever the programs are.
 add_custom_target(unit_tests)
 function(velmora_test name)
-  cmake_parse_arguments(ARG "" "HEADERS;SHARDS" "SOURCES;LINK" HEADERS test_headers SHARDS 1 ${ARGN})
+  cmake_parse_arguments(ARG "WITH_PROGRAMS" "HEADERS;SHARDS" "SOURCES;LINK" HEADERS test_headers SHARDS 1 ${ARGN})
   add_executable(test_${name} ${ARG_SOURCES})
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} velmora_test_main GTest::gtest)
   target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_options(test_${name} PRIVATE ${velmora_test_options})
   velmora_reuse(test_${name} ${ARG_HEADERS})
-  set_target_properties(test_${name} PROPERTIES EXCLUDE_FROM_ALL ON)
-  add_dependencies(unit_tests test_${name})
+  if(NOT ARG_WITH_PROGRAMS)
+    set_target_properties(test_${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+    add_dependencies(unit_tests test_${name})
+  endif()
   foreach(shard RANGE 1 ${ARG_SHARDS})
     set(test ${name})
     if(ARG_SHARDS GREATER 1)
@@ -59,7 +62,9 @@ function(velmora_test name)
     endif()
     math(EXPR index "${shard} - 1")
     add_test(NAME ${test} COMMAND test_${name})
-    set_tests_properties(${test} PROPERTIES LABELS unit
-                         ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+    set_tests_properties(${test} PROPERTIES ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+    if(NOT ARG_WITH_PROGRAMS)
+      set_tests_properties(${test} PROPERTIES LABELS unit)
+    endif()
   endforeach()
 endfunction()

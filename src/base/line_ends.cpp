@@ -3,6 +3,7 @@
 #include "base/text.h"
 
 namespace velmora {
+
 std::string WithCrLf(std::string_view text) {
   std::string lines;
   lines.reserve(text.size() + text.size() / 32);

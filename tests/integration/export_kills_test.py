@@ -201,6 +201,12 @@ def last_save(case, moment, what, *arguments):
     return len(told.read_bytes().split(b"\n")) - 1
 
 
+def save_once_at_least(case, what, *arguments):
+    """On a busy machine a process may be killed before it has saved anything."""
+    if not any(last_save(case, moment, what, *arguments) for moment in (0.1, 0.4, 1.6, 6.4, 25.6)):
+        case.expect(False, f"{what}: nothing was saved within 25 s")
+
+
 def test_settings_are_saved(case):
     directory = case.place.directory / "Einstellungen"
     for number in range(case.times):
@@ -215,7 +221,7 @@ def test_settings_are_saved(case):
         case.expect(saved - first in (told, told + 1), f"kill {number}: {first} + {told} saves, but {saved} stands")
         left = names_in(directory) - {"settings.toml", "settings.lock"}
         case.expect(len(left) <= 1, f"kill {number}: {left}")
-        last_save(case, 0.1, "settings", directory)  # killed as well, it may leave a file of its own
+        save_once_at_least(case, "settings", directory)  # killed as well, it may leave a file of its own
         still = left & names_in(directory)
         case.expect(not still, f"kill {number} and the next saves: {still}")
     print(f"    {2 * case.times} killed")

@@ -8,8 +8,6 @@
 namespace velmora::panes {
 namespace {
 
-using DeletionBox = DelZEBBox;
-
 constexpr std::string_view NothingText =
     "Es sind keine Objekte zum Löschen markiert oder \r\nder Benutzer hat keine Berechtigung zum Löschen.";
 
@@ -48,38 +46,38 @@ TEST_F(DeletionDialogsTest, ArchivesNeedTheRightMessagesDoNot) {
 }
 
 TEST_F(DeletionDialogsTest, TheStructureNeedsTheRightAndTheSettingIsItsDefault) {
-  EXPECT_TRUE(Dialog().IsChecked(DeletionBox::EnDelArchives));
+  EXPECT_TRUE(Dialog().IsChecked(DelZEBBox::EnDelArchives));
   options.DeleteArchive = false;
-  EXPECT_FALSE(Dialog().IsChecked(DeletionBox::EnDelArchives));
-  EXPECT_TRUE(Dialog().IsEnabled(DeletionBox::EnDelArchives));
+  EXPECT_FALSE(Dialog().IsChecked(DelZEBBox::EnDelArchives));
+  EXPECT_TRUE(Dialog().IsEnabled(DelZEBBox::EnDelArchives));
   options.DeleteArchive = true;
   mayDelete = false;
   auto dialog = Dialog();
-  EXPECT_FALSE(dialog.IsEnabled(DeletionBox::EnDelArchives));
-  dialog.SetBox(DeletionBox::EnDelArchives, true);
+  EXPECT_FALSE(dialog.IsEnabled(DelZEBBox::EnDelArchives));
+  dialog.SetBox(DelZEBBox::EnDelArchives, true);
   EXPECT_FALSE(dialog.Ok(prompts())->Options.EnDelArchives);
 }
 
 TEST_F(DeletionDialogsTest, FilesAreErasedOnlyWithTheStructureAndWithoutAFilter) {
   auto dialog = Dialog();
-  EXPECT_TRUE(dialog.IsEnabled(DeletionBox::EnPhysErase));
-  EXPECT_FALSE(dialog.IsChecked(DeletionBox::EnPhysErase));
-  dialog.SetBox(DeletionBox::EnPhysErase, true);
+  EXPECT_TRUE(dialog.IsEnabled(DelZEBBox::EnPhysErase));
+  EXPECT_FALSE(dialog.IsChecked(DelZEBBox::EnPhysErase));
+  dialog.SetBox(DelZEBBox::EnPhysErase, true);
   EXPECT_TRUE(dialog.Ok(prompts())->Options.EnPhysErase);
-  dialog.SetBox(DeletionBox::EnDelArchives, false);
-  EXPECT_FALSE(dialog.IsEnabled(DeletionBox::EnPhysErase));
+  dialog.SetBox(DelZEBBox::EnDelArchives, false);
+  EXPECT_FALSE(dialog.IsEnabled(DelZEBBox::EnPhysErase));
   EXPECT_FALSE(dialog.Ok(prompts())->Options.EnPhysErase);
   options.DvItemFilter = 0x301FF;
-  EXPECT_FALSE(Dialog().IsEnabled(DeletionBox::EnPhysErase));
+  EXPECT_FALSE(Dialog().IsEnabled(DelZEBBox::EnPhysErase));
   options.DvItemFilter = settings::NoItemFilter;
   options.DvInhibitItems = false;
-  EXPECT_FALSE(Dialog().IsEnabled(DeletionBox::EnPhysErase));
+  EXPECT_FALSE(Dialog().IsEnabled(DelZEBBox::EnPhysErase));
 }
 
 TEST_F(DeletionDialogsTest, LinkedArchivesAreAskedFor) {
   const auto answer = [&](run::Answer given) {
     auto dialog = Dialog();
-    dialog.SetBox(DeletionBox::EnLinkedArcs, true);
+    dialog.SetBox(DelZEBBox::EnLinkedArcs, true);
     front.Answers = {given};
     return dialog.Ok(prompts());
   };
@@ -90,16 +88,16 @@ TEST_F(DeletionDialogsTest, LinkedArchivesAreAskedFor) {
 
 TEST_F(DeletionDialogsTest, LinkedArchivesStayWhenNobodyAnswers) {
   auto dialog = Dialog();
-  EXPECT_FALSE(dialog.IsChecked(DeletionBox::EnLinkedArcs));
+  EXPECT_FALSE(dialog.IsChecked(DelZEBBox::EnLinkedArcs));
   ASSERT_TRUE(dialog.Ok(prompts()));
   EXPECT_TRUE(front.Boxes.empty());
-  dialog.SetBox(DeletionBox::EnLinkedArcs, true);
+  dialog.SetBox(DelZEBBox::EnLinkedArcs, true);
   EXPECT_FALSE(dialog.Ok(prompts())->Options.EnLinkedArcs);
 }
 
 TEST_F(DeletionDialogsTest, TheQuestionKeepsItsClosingBracketWithoutAnOpeningOne) {
   auto dialog = Dialog();
-  dialog.SetBox(DeletionBox::EnLinkedArcs, true);
+  dialog.SetBox(DelZEBBox::EnLinkedArcs, true);
   (void)dialog.Ok(prompts());  // only its question matters
   ASSERT_EQ(front.Boxes.size(), 1u);
   EXPECT_EQ(front.Boxes[0].Title, "Warnung");

@@ -7,7 +7,6 @@ namespace velmora::panes {
 namespace {
 
 using operations::CopyMode;
-using TransferBox = ZEBCopyMoveBox;
 using RuleBox = RoutCopyMoveBox;
 
 class TransferDialogsTest : public DialogsTest {
@@ -41,44 +40,47 @@ TEST_F(TransferDialogsTest, WithNothingMarkedItDoesNotOpen) {
 }
 
 TEST_F(TransferDialogsTest, TheTableOfBoxesStandsInTheirOrder) {
-  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnDelArchives)].Control, "EnDelArchives");
-  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnSaveOrgArcs)].Control, "EnSaveOrgArcs");
-  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnRoutings)].Control, "EnRoutings");
+  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(ZEBCopyMoveBox::EnDelArchives)].Control,
+            "EnDelArchives");
+  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(ZEBCopyMoveBox::EnSaveOrgArcs)].Control,
+            "EnSaveOrgArcs");
+  EXPECT_EQ(ZEBCopyMoveBoxes[static_cast<std::size_t>(ZEBCopyMoveBox::EnRoutings)].Control, "EnRoutings");
   // "Verknüpung" has been misspelled since users know it.
-  EXPECT_NE(
-      ZEBCopyMoveBoxes[static_cast<std::size_t>(TransferBox::EnLinkedArcs)].Tip.find("nicht als Verknüpung"),
-      std::string_view::npos);
+  EXPECT_NE(ZEBCopyMoveBoxes[static_cast<std::size_t>(ZEBCopyMoveBox::EnLinkedArcs)].Tip.find(
+                "nicht als Verknüpung"),
+            std::string_view::npos);
 }
 
 TEST_F(TransferDialogsTest, TheStructureIsDeletedOnlyByAMoveWithTheRight) {
-  EXPECT_FALSE(Dialog().IsEnabled(TransferBox::EnDelArchives));
-  EXPECT_FALSE(Dialog().IsChecked(TransferBox::EnDelArchives));
-  EXPECT_TRUE(Dialog(CopyMode::Move).IsEnabled(TransferBox::EnDelArchives));
-  EXPECT_TRUE(Dialog(CopyMode::Move).IsChecked(TransferBox::EnDelArchives));
+  EXPECT_FALSE(Dialog().IsEnabled(ZEBCopyMoveBox::EnDelArchives));
+  EXPECT_FALSE(Dialog().IsChecked(ZEBCopyMoveBox::EnDelArchives));
+  EXPECT_TRUE(Dialog(CopyMode::Move).IsEnabled(ZEBCopyMoveBox::EnDelArchives));
+  EXPECT_TRUE(Dialog(CopyMode::Move).IsChecked(ZEBCopyMoveBox::EnDelArchives));
   options.DeleteArchive = false;
-  EXPECT_FALSE(Dialog(CopyMode::Move).IsChecked(TransferBox::EnDelArchives));
+  EXPECT_FALSE(Dialog(CopyMode::Move).IsChecked(ZEBCopyMoveBox::EnDelArchives));
   options.DeleteArchive = true;
   mayDelete = false;
   auto dialog = Dialog(CopyMode::Move);
-  EXPECT_FALSE(dialog.IsEnabled(TransferBox::EnDelArchives));
-  dialog.SetBox(TransferBox::EnDelArchives, true);
+  EXPECT_FALSE(dialog.IsEnabled(ZEBCopyMoveBox::EnDelArchives));
+  dialog.SetBox(ZEBCopyMoveBox::EnDelArchives, true);
   EXPECT_FALSE(dialog.Ok(prompts())->Options.EnDelArchives);
 }
 
 TEST_F(TransferDialogsTest, EachBoxLeadsToItsOption) {
   auto dialog = Dialog(CopyMode::Move);
-  dialog.SetBox(TransferBox::EnDelArchives, false);
-  const auto all = {TransferBox::EnCopyOnlyArcs, TransferBox::EnDblArcNames, TransferBox::EnLinkedArcs,
-                    TransferBox::EnSaveOrgArcs,  TransferBox::EnCpyProp,     TransferBox::EnRoutings};
-  for (const TransferBox box : all) {
+  dialog.SetBox(ZEBCopyMoveBox::EnDelArchives, false);
+  const auto all = {ZEBCopyMoveBox::EnCopyOnlyArcs, ZEBCopyMoveBox::EnDblArcNames,
+                    ZEBCopyMoveBox::EnLinkedArcs,   ZEBCopyMoveBox::EnSaveOrgArcs,
+                    ZEBCopyMoveBox::EnCpyProp,      ZEBCopyMoveBox::EnRoutings};
+  for (const ZEBCopyMoveBox box : all) {
     dialog.SetBox(box, true);
     const auto chosen = dialog.Ok(prompts())->Options;
-    EXPECT_EQ(chosen.EnCopyOnlyArcs, box == TransferBox::EnCopyOnlyArcs);
-    EXPECT_EQ(chosen.EnDblArcNames, box == TransferBox::EnDblArcNames);
-    EXPECT_EQ(chosen.EnLinkedArcs, box == TransferBox::EnLinkedArcs);
-    EXPECT_EQ(chosen.EnSaveOrgArcs, box == TransferBox::EnSaveOrgArcs);
-    EXPECT_EQ(chosen.EnCpyProp, box == TransferBox::EnCpyProp);
-    EXPECT_EQ(chosen.EnRoutings, box == TransferBox::EnRoutings);
+    EXPECT_EQ(chosen.EnCopyOnlyArcs, box == ZEBCopyMoveBox::EnCopyOnlyArcs);
+    EXPECT_EQ(chosen.EnDblArcNames, box == ZEBCopyMoveBox::EnDblArcNames);
+    EXPECT_EQ(chosen.EnLinkedArcs, box == ZEBCopyMoveBox::EnLinkedArcs);
+    EXPECT_EQ(chosen.EnSaveOrgArcs, box == ZEBCopyMoveBox::EnSaveOrgArcs);
+    EXPECT_EQ(chosen.EnCpyProp, box == ZEBCopyMoveBox::EnCpyProp);
+    EXPECT_EQ(chosen.EnRoutings, box == ZEBCopyMoveBox::EnRoutings);
     EXPECT_FALSE(chosen.EnDelArchives);
     EXPECT_EQ(chosen.Mode, CopyMode::Move);
     dialog.SetBox(box, false);
@@ -87,14 +89,14 @@ TEST_F(TransferDialogsTest, EachBoxLeadsToItsOption) {
 
 TEST_F(TransferDialogsTest, BoxesStandAsTheLastRunOfTheSessionLeftThem) {
   auto first = Dialog(CopyMode::Move);
-  first.SetBox(TransferBox::EnCpyProp, true);
-  EXPECT_FALSE(Dialog().IsChecked(TransferBox::EnCpyProp))
+  first.SetBox(ZEBCopyMoveBox::EnCpyProp, true);
+  EXPECT_FALSE(Dialog().IsChecked(ZEBCopyMoveBox::EnCpyProp))
       << "a dialog that was not confirmed leaves nothing";
   ASSERT_TRUE(first.Ok(prompts()));
   const auto second = Dialog();
-  EXPECT_TRUE(second.IsChecked(TransferBox::EnCpyProp));
-  EXPECT_FALSE(second.IsChecked(TransferBox::EnDelArchives));
-  EXPECT_FALSE(second.IsChecked(TransferBox::EnRoutings));
+  EXPECT_TRUE(second.IsChecked(ZEBCopyMoveBox::EnCpyProp));
+  EXPECT_FALSE(second.IsChecked(ZEBCopyMoveBox::EnDelArchives));
+  EXPECT_FALSE(second.IsChecked(ZEBCopyMoveBox::EnRoutings));
 }
 
 TEST_F(TransferDialogsTest, TheTargetIsTheArchiveOfTheOtherPane) {

@@ -86,12 +86,12 @@ class ArchiveTree {
     std::string Text;     // German
     bool IsNote = false;  // worth knowing, no damage
   };
-  // Lists of a length that is no multiple of a record, records without tags, dangling and doubled records,
-  // circular nesting, directories that no record names, copies of records that differ.
   struct CheckResult {
     std::vector<Finding> Findings;
     std::vector<std::string> Archives;  // the directories of all archives, each once, the root's first
   };
+  // Lists of a length that is no multiple of a record, records without tags, dangling and doubled records,
+  // circular nesting, directories that no record names, copies of records that differ.
   CheckResult Check();
 
  private:
