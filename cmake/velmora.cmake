@@ -11,9 +11,8 @@ if(VELMORA_PRECOMPILED)
                                                  "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endif()
 if(VELMORA_SANITIZE)
-  # Line numbers are all that a report needs of the debug data.
   target_compile_options(velmora_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                                                 -fno-omit-frame-pointer -g1)
+                                                 -fno-omit-frame-pointer)
   # GCC loses track of std::variant between its own checks and reports members as unset that are never read.
   target_compile_options(velmora_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined -fuse-ld=lld)  # a fifth of the usual time
@@ -24,11 +23,7 @@ if(VELMORA_FUZZ)
   target_link_options(velmora_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# What libraries are compiled with besides, and tests: to optimise the code of the tests costs more than their runs.
-set(velmora_library_options "")
-if(VELMORA_SANITIZE)
-  set(velmora_library_options -O2)
-endif()
+# To optimise the code of the tests costs more than their runs.
 set(velmora_test_options -O0)
 
 # velmora_library(NAME SOURCES ... LINK ... [HEADERS SET]): the static library velmora_NAME.
@@ -36,8 +31,26 @@ function(velmora_library name)
   cmake_parse_arguments(ARG "" "HEADERS" "SOURCES;LINK" HEADERS library_headers ${ARGN})
   add_library(velmora_${name} STATIC ${ARG_SOURCES})
   target_link_libraries(velmora_${name} PUBLIC velmora_flags ${ARG_LINK})
-  target_compile_options(velmora_${name} PRIVATE ${velmora_library_options})
   velmora_reuse(velmora_${name} ${ARG_HEADERS})
+  set_property(GLOBAL APPEND PROPERTY velmora_libraries velmora_${name})
+endfunction()
+
+# velmora_prefer_libraries(TARGET LIBRARY...): of the functions that both TARGET and the libraries of ours below it have
+# made of one template, the linker takes those of the libraries, which are optimised: it takes what it sees first.
+function(velmora_prefer_libraries target)
+  get_property(ours GLOBAL PROPERTY velmora_libraries)
+  set(found "")
+  set(left ${ARGN})
+  while(left)
+    list(POP_FRONT left library)
+    if(library IN_LIST ours AND NOT library IN_LIST found)
+      list(APPEND found ${library})
+      get_target_property(below ${library} INTERFACE_LINK_LIBRARIES)
+      list(APPEND left ${below})
+    endif()
+  endwhile()
+  list(TRANSFORM found REPLACE "(.+)" "$<TARGET_FILE:\\1>")
+  target_link_options(${target} PRIVATE LINKER:--whole-archive ${found} LINKER:--no-whole-archive)
 endfunction()
 
 # velmora_test(NAME SOURCES ... LINK ... [HEADERS SET] [SHARDS N] [WITH_PROGRAMS]): the program test_NAME as a CTest test, or
@@ -50,6 +63,7 @@ function(velmora_test name)
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} velmora_test_main GTest::gtest)
   target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_options(test_${name} PRIVATE ${velmora_test_options})
+  velmora_prefer_libraries(test_${name} ${ARG_LINK})
   velmora_reuse(test_${name} ${ARG_HEADERS})
   if(NOT ARG_WITH_PROGRAMS)
     set_target_properties(test_${name} PROPERTIES EXCLUDE_FROM_ALL ON)
@@ -63,6 +77,9 @@ function(velmora_test name)
     math(EXPR index "${shard} - 1")
     add_test(NAME ${test} COMMAND test_${name})
     set_tests_properties(${test} PROPERTIES ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+    if(ARG_SHARDS GREATER 1)
+      set_tests_properties(${test} PROPERTIES COST 100)  # begins early
+    endif()
     if(NOT ARG_WITH_PROGRAMS)
       set_tests_properties(${test} PROPERTIES LABELS unit)
     endif()

@@ -1,5 +1,5 @@
 // The commands of velmoractl. Each group adds its own to the program's command line; the one that the user
-// names becomes the action that main runs, and its result the exit status.
+// names becomes the action that is run, and its result the exit status.
 #pragma once
 
 #include <functional>
@@ -10,6 +10,10 @@ class App;
 }
 
 namespace velmora::cli {
+
+// Runs the command that main was called with; returns the exit status. Help goes to standard output, what is
+// wrong with the call to standard error.
+int RunCommandLine(int argc, char** argv);
 
 using Action = std::function<int()>;
 

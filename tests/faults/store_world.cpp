@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <stdexcept>
 #include <utility>
@@ -201,6 +202,21 @@ Messages StoreWorld::MessagesBelow(std::string_view path) {
     for (const std::string& source : look.Sources(archive)) ++messages[source];
   });
   return messages;
+}
+
+Lines StoreWorld::StoreFiles() const {
+  Lines lines;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(location.HostDirectory)) {
+    if (!entry.is_regular_file()) continue;
+    std::string bytes(entry.file_size(), '\0');
+    std::ifstream(entry.path(), std::ios::binary)
+        .read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    lines.push_back(fmt::format("{} {} {:x}",
+                                entry.path().lexically_relative(location.HostDirectory).string(),
+                                bytes.size(), std::hash<std::string>()(bytes)));
+  }
+  std::ranges::sort(lines);
+  return lines;
 }
 
 Lines StoreWorld::Damage() {
