@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <stdexcept>
 #include <utility>
@@ -207,13 +206,13 @@ Messages StoreWorld::MessagesBelow(std::string_view path) {
 Lines StoreWorld::StoreFiles() const {
   Lines lines;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(location.HostDirectory)) {
-    if (!entry.is_regular_file()) continue;
-    std::string bytes(entry.file_size(), '\0');
-    std::ifstream(entry.path(), std::ios::binary)
-        .read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    lines.push_back(fmt::format("{} {} {:x}",
-                                entry.path().lexically_relative(location.HostDirectory).string(),
-                                bytes.size(), std::hash<std::string>()(bytes)));
+    const std::string name = entry.path().lexically_relative(dir.HostPath()).string();
+    if (entry.is_regular_file()) {
+      const std::string bytes = dir.ReadHostFile(name);
+      lines.push_back(fmt::format("{} {} {:x}", name, bytes.size(), std::hash<std::string>()(bytes)));
+    } else {
+      lines.push_back(name + "/");
+    }
   }
   std::ranges::sort(lines);
   return lines;

@@ -5,11 +5,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace velmora::test {
 
@@ -51,7 +52,9 @@ class TempDir {
   std::string ReadHostFile(std::string_view relative) const {
     std::ifstream file(HostPath(relative), std::ios::binary);
     if (!file) throw std::runtime_error("cannot read " + HostPath(relative));
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return std::move(bytes).str();
   }
 
  private:
