@@ -1,37 +1,16 @@
 #include "settings/store.h"
 
-#include <chrono>
-#include <memory>
-#include <thread>
 #include <utility>
 
 #include "base/paths.h"
-#include "platform/host.h"
 #include "platform/make_folders.h"
+#include "settings/settings_lock.h"
 
 namespace velmora::settings {
 namespace {
 
 constexpr std::string_view FileName = "settings.toml";
-constexpr std::string_view LockName = "settings.lock";
 constexpr std::string_view DamagedSuffix = ".damaged";
-constexpr auto LockWait = std::chrono::seconds(5);
-constexpr auto LockPoll = std::chrono::milliseconds(5);
-
-Result<std::unique_ptr<platform::InstanceLock>> WaitForLock(const std::string& hostPath) {
-  const auto deadline = std::chrono::steady_clock::now() + LockWait;
-  for (;;) {
-    Result<std::unique_ptr<platform::InstanceLock>> lock = platform::TryInstanceLock(hostPath);
-    if (!lock || *lock != nullptr) {
-      return lock;
-    }
-    if (std::chrono::steady_clock::now() >= deadline) {
-      return Fail(platform::file_error::AccessDenied,
-                  "Die Einstellungen werden von einem anderen Prozess benutzt");
-    }
-    std::this_thread::sleep_for(LockPoll);
-  }
-}
 
 // Whether the changes would leave everything as it stands.
 bool IsNoChange(const Values& stored, const std::vector<Change>& changes) {
@@ -90,7 +69,7 @@ Status Store::Merge(Scope scope, const Decide& decide) {
   if (!directory) {
     return Fail(directory.error());
   }
-  const auto lock = WaitForLock(*directory + "/" + std::string(LockName));
+  const auto lock = LockSettings(*directory);
   if (!lock) {
     return Fail(lock.error());
   }

@@ -9,6 +9,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "platform/make_folders.h"
+#include "settings/settings_lock.h"
 #include "settings/toml_text.h"
 #include "settings/values.h"
 #include "store/embedded/site_database.h"
@@ -153,6 +154,11 @@ Status RegisterServer(const std::string& configDirectory, const StoreLocation& s
   const std::string directory = AbsoluteHostPath(store.HostDirectory);
   if (!IsValidUtf8(directory))
     return Fail(store_error::BadName, "Der Name des Verzeichnisses ist kein UTF-8-Text");
+  const auto fileSystem = platform::MakeHostFileSystem({});
+  const std::string path = RegistryPath(configDirectory, *fileSystem);
+  if (const auto made = platform::MakeFolders(*fileSystem, DirectoryOf(path), true); !made) return made;
+  const auto lock = settings::LockSettings(configDirectory);
+  if (!lock) return Fail(lock.error());
   const auto registry = ReadRegistry(configDirectory);
   if (!registry) return Fail(registry.error());
   const auto servers = RegisteredServers(*registry);
@@ -165,10 +171,6 @@ Status RegisterServer(const std::string& configDirectory, const StoreLocation& s
   }
   changes.push_back({ServersSection, store.ServerName, directory});
   changes.push_back({DefaultSection, DefaultName, store.ServerName});
-
-  const auto fileSystem = platform::MakeHostFileSystem({});
-  const std::string path = RegistryPath(configDirectory, *fileSystem);
-  if (const auto made = platform::MakeFolders(*fileSystem, DirectoryOf(path), true); !made) return made;
   platform::WriteOptions options;
   options.OwnerOnly = true;
   return fileSystem->ReplaceFile(path, settings::ChangeSettings(*registry, changes), options);

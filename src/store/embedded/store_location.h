@@ -45,7 +45,8 @@ StoreRequest RequestOfProcess(std::string_view option);
 // which is made and registered when it is not there. NotFound when a directory named is no store.
 Result<std::vector<StoreLocation>> ResolveStores(const StoreRequest& request, platform::Clock& clock);
 
-// Adds the server to servers.toml, or changes its directory, and makes it the default.
+// Adds the server to servers.toml, or changes its directory, and makes it the default; what other processes
+// add meanwhile stays.
 Status RegisterServer(const std::string& configDirectory, const StoreLocation& store);
 
 // Whether a text may be a server's name: 1 to 15 letters, digits, "-", "_" (it is part of every path).

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include "store/embedded/sqlite.h"
 #include "store/embedded/store_setup.h"
@@ -58,6 +61,16 @@ TEST_F(StoreLocationTest, TheServerMadeLastIsTheDefaultAndTheOthersStayKnown) {
   EXPECT_EQ(*Resolve(), (std::vector{two, one}));
   Register(one);
   EXPECT_EQ(*Resolve(), (std::vector{one, two}));
+}
+
+TEST_F(StoreLocationTest, ServersThatAreMadeAtOnceAreAllRegistered) {
+  constexpr std::size_t Count = 16;
+  std::vector<std::thread> makers;
+  for (std::size_t i = 0; i < Count; ++i) {
+    makers.emplace_back([this, i] { Register({"S" + std::to_string(i), directory_.HostPath("x")}); });
+  }
+  for (std::thread& maker : makers) maker.join();
+  EXPECT_EQ(Resolve()->size(), Count);
 }
 
 TEST_F(StoreLocationTest, ADirectoryThatIsNamedGoesFirst) {
