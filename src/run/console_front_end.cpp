@@ -147,7 +147,7 @@ std::optional<std::string> ConsoleFrontEnd::ChooseFolder(std::string_view title,
   return InputLine(title, "Verzeichnis", start);
 }
 std::optional<std::string> ConsoleFrontEnd::ChooseFile(std::string_view title, std::string_view start,
-                                                       const std::vector<FileFilter>&, bool) {
+                                                       const std::vector<FileFilter>&, FileUse) {
   return InputLine(title, "Datei", start);
 }
 std::optional<std::string> ConsoleFrontEnd::ChooseArchive(std::string_view title,

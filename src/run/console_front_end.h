@@ -36,7 +36,7 @@ class ConsoleFrontEnd final : Prompts, Choosers, Progress, StatusDisplay, Viewer
 
   std::optional<std::string> ChooseFolder(std::string_view title, std::string_view start) override;
   std::optional<std::string> ChooseFile(std::string_view title, std::string_view start,
-                                        const std::vector<FileFilter>& filters, bool forSaving) override;
+                                        const std::vector<FileFilter>& filters, FileUse use) override;
   std::optional<std::string> ChooseArchive(std::string_view title, std::string_view startFullPath) override;
   std::optional<std::string> ChooseUser(std::string_view title) override;
 

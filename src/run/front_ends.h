@@ -30,13 +30,17 @@ struct FileFilter {
   std::string Caption, Mask;
 };
 
+// What a file is chosen for: to read it, it must exist; to make or replace it, the user is asked before an
+// existing one is taken; to make or go on with it, an existing one is taken without a question.
+enum class FileUse { Read, Replace, GoOn };
+
 class Choosers {
  public:
   virtual ~Choosers() = default;
   // Windows paths; nothing when the user cancels.
   virtual std::optional<std::string> ChooseFolder(std::string_view title, std::string_view start) = 0;
   virtual std::optional<std::string> ChooseFile(std::string_view title, std::string_view start,
-                                                const std::vector<FileFilter>& filters, bool forSaving) = 0;
+                                                const std::vector<FileFilter>& filters, FileUse use) = 0;
   virtual std::optional<std::string> ChooseArchive(std::string_view title,
                                                    std::string_view startFullPath) = 0;
   virtual std::optional<std::string> ChooseUser(std::string_view title) = 0;

@@ -14,7 +14,7 @@ std::optional<std::string> SilentFrontEnd::ChooseFolder(std::string_view, std::s
   return std::nullopt;
 }
 std::optional<std::string> SilentFrontEnd::ChooseFile(std::string_view, std::string_view,
-                                                      const std::vector<FileFilter>&, bool) {
+                                                      const std::vector<FileFilter>&, FileUse) {
   return std::nullopt;
 }
 std::optional<std::string> SilentFrontEnd::ChooseArchive(std::string_view, std::string_view) {

@@ -159,9 +159,10 @@ class AddressExportView final : public QDialog {
 
   void Browse() {
     const addresses::AddressFileChooser chooser = model_.SrcAddrFile();
-    const auto chosen = chooser.ForFolder ? frontEnd_.choosers.ChooseFolder(chooser.Heading, chooser.Start)
-                                          : frontEnd_.choosers.ChooseFile(chooser.Heading, chooser.Start,
-                                                                          {chooser.Filter}, true);
+    const auto chosen = chooser.ForFolder
+                            ? frontEnd_.choosers.ChooseFolder(chooser.Heading, chooser.Start)
+                            : frontEnd_.choosers.ChooseFile(chooser.Heading, chooser.Start, {chooser.Filter},
+                                                            run::FileUse::GoOn);
     if (chosen) model_.SetAddrFileName(*chosen);
     Fill();
   }

@@ -263,7 +263,7 @@ void MessageViewer::SaveAttachment(int row) {
   if (row < 0 || row >= static_cast<int>(content_.Attachments.size())) return;
   const auto path = parts_.frontEnd.choosers.ChooseFile(
       "Anhang speichern", content_.Attachments[static_cast<std::size_t>(row)].Name,
-      {{"Alle Dateien (*.*)", "*.*"}}, true);
+      {{"Alle Dateien (*.*)", "*.*"}}, run::FileUse::Replace);
   if (path) (void)SaveAs(row, *path, false);  // a failure has been told
 }
 

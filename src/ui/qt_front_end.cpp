@@ -67,12 +67,14 @@ QString ToQtFilters(const std::vector<run::FileFilter>& filters) {
 
 std::optional<std::string> QtChoosers::ChooseFile(std::string_view title, std::string_view start,
                                                   const std::vector<run::FileFilter>& filters,
-                                                  bool forSaving) {
+                                                  run::FileUse use) {
   if (fileSystem_ == nullptr) return std::nullopt;
   const QFileInfo place(StartOf(start));
   QFileDialog dialog(BoxParent(), ToQt(title), place.path(), ToQtFilters(filters));
-  dialog.setAcceptMode(forSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(forSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  const bool mustExist = use == run::FileUse::Read;
+  dialog.setAcceptMode(mustExist ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+  dialog.setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, use == run::FileUse::GoOn);
   if (!place.fileName().isEmpty()) dialog.selectFile(place.fileName());
   const auto setSuffix = [&](const QString& filter) { dialog.setDefaultSuffix(SuffixOf(filter)); };
   setSuffix(dialog.selectedNameFilter());
@@ -131,7 +133,8 @@ void QtStatusDisplay::EndWait() {
 
 void QtViewers::SaveText(const std::string& name, const std::string& text,
                          const std::vector<run::FileFilter>& saveFilters) {
-  const std::optional<std::string> path = choosers_.ChooseFile("Speichern unter", name, saveFilters, true);
+  const std::optional<std::string> path =
+      choosers_.ChooseFile("Speichern unter", name, saveFilters, run::FileUse::Replace);
   if (!path) return;
   const Status saved = fileSystem_->ReplaceFile(*path, ToCodePage(WithCrLf(text)));
   if (!saved) {
@@ -191,9 +194,9 @@ class QtFrontEnd::Lazy final : run::Prompts, run::Choosers, run::Progress, run::
   }
   std::optional<std::string> ChooseFile(std::string_view title, std::string_view start,
                                         const std::vector<run::FileFilter>& filters,
-                                        bool forSaving) override {
+                                        run::FileUse use) override {
     ensure_();
-    return front_.choosers_.ChooseFile(title, start, filters, forSaving);
+    return front_.choosers_.ChooseFile(title, start, filters, use);
   }
   std::optional<std::string> ChooseArchive(std::string_view title, std::string_view startFullPath) override {
     ensure_();

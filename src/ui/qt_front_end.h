@@ -23,7 +23,8 @@ class QtChoosers final : public run::Choosers {
 
   std::optional<std::string> ChooseFolder(std::string_view title, std::string_view start) override;
   std::optional<std::string> ChooseFile(std::string_view title, std::string_view start,
-                                        const std::vector<run::FileFilter>& filters, bool forSaving) override;
+                                        const std::vector<run::FileFilter>& filters,
+                                        run::FileUse use) override;
   std::optional<std::string> ChooseArchive(std::string_view title, std::string_view startFullPath) override;
   std::optional<std::string> ChooseUser(std::string_view title) override;
 

@@ -58,7 +58,7 @@ class ScriptedFrontEnd final : run::Prompts, run::Choosers, run::Progress, run::
   }
   std::optional<std::string> ChooseFolder(std::string_view, std::string_view) override { return NextInput(); }
   std::optional<std::string> ChooseFile(std::string_view, std::string_view,
-                                        const std::vector<run::FileFilter>&, bool) override {
+                                        const std::vector<run::FileFilter>&, run::FileUse) override {
     return NextInput();
   }
   std::optional<std::string> ChooseArchive(std::string_view, std::string_view) override {

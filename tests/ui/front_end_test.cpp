@@ -186,10 +186,11 @@ class FileChooserTest : public FrontEndTest {
  protected:
   FileChooserTest() { frontEnd.SetSession(files.get(), nullptr); }
 
-  std::optional<std::string> Choose(const std::string& start, const DialogDriver::Act& act) {
+  std::optional<std::string> Choose(const std::string& start, const DialogDriver::Act& act,
+                                    run::FileUse use = run::FileUse::Replace) {
     DialogDriver driver("QFileDialog", act);
     const auto chosen = frontEnd.Set().choosers.ChooseFile(
-        "Speichern unter", start, {{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}}, true);
+        "Speichern unter", start, {{"Textdatei (*.txt)", "*.txt"}, {"Alle Dateien (*.*)", "*.*"}}, use);
     EXPECT_TRUE(driver.Done());
     return chosen;
   }
@@ -216,6 +217,21 @@ TEST_F(FileChooserTest, ANameWithoutExtensionGetsThatOfItsFilter) {
     Take(box, "LIESMICH");
   });
   EXPECT_EQ(chosen, JoinPath(folder, "LIESMICH"));
+}
+
+TEST_F(FileChooserTest, AFileToGoOnWithIsTakenWithoutAQuestion) {
+  directory.WriteHostFile("a.txt", "Zeile");
+  const std::string path = files->FromHostPath(directory.HostPath("a.txt"));
+  const DialogDriver::Act takeIt = [](QWidget& box) { Take(box, {}); };
+  EXPECT_EQ(Choose(path, takeIt, run::FileUse::GoOn), path);
+  DialogDriver question(
+      "", [](QWidget& box) { dynamic_cast<QMessageBox&>(box).button(QMessageBox::No)->click(); });
+  const auto refused = Choose(path, [](QWidget& box) {
+    Take(box, {});
+    box.close();
+  });
+  EXPECT_TRUE(question.Done());
+  EXPECT_EQ(refused, std::nullopt);
 }
 
 TEST_F(FileChooserTest, ABareNameStandsWhereTheLastFileWasChosen) {

@@ -107,7 +107,8 @@ void OptionsDialog::Browse(const OptionField& field, run::Choosers& choosers) {
   if (field.Kind == OptionKind::Folder) {
     if (const auto folder = choosers.ChooseFolder(field.Caption, TextOf(field))) SetText(field, *folder);
   } else if (field.Kind == OptionKind::Program) {
-    const auto file = choosers.ChooseFile(field.Caption, "", {{"Alle Dateien (*.*)", "*.*"}}, false);
+    const auto file =
+        choosers.ChooseFile(field.Caption, "", {{"Alle Dateien (*.*)", "*.*"}}, run::FileUse::Read);
     if (file) SetText(field, fmt::format("\"{}\"", *file));  // blanks in a path separate no arguments
   }
 }
