@@ -164,9 +164,11 @@ void IndexTree(IndexContext& context, const std::string& directory, bool recursi
                bool dateSortedUp, int depth) {
   if (recursive && depth < MaxDepth) {
     for (const std::string& path : SubArchiveFolders(context.run.fileSystem(), directory)) {
+      if (context.run.CancelRequested()) return;
       IndexTree(context, path, true, showProgress, dateSortedUp, depth + 1);
     }
   }
+  if (recursive && context.run.CheckCancel()) return;
   if (showProgress) {
     ++context.run.counters.Directories;
     run::Progress& progress = context.run.frontEnd().progress;

@@ -23,7 +23,8 @@ struct IndexContext {
 std::int64_t CountIndexDirectories(platform::FileSystem& fileSystem, std::string_view directory);
 
 // Only directories of the kinds root and sub are indexed; children before their parent. An emptied directory
-// loses its indexes and its marker.
+// loses its indexes and its marker. A recursive run ends between two directories when the user cancels it;
+// what it has not reached keeps its older indexes.
 void BuildContentIndex(IndexContext& context, std::string_view directory, bool recursive, bool showProgress,
                        bool dateSortedUp);
 // autorun.inf and shellexec.exe beside an index; with CreateAutorunInf off both are removed.

@@ -312,5 +312,28 @@ TEST_F(ContentIndexTest, ProgressShowsDirectoriesAndSubjects) {
   EXPECT_EQ(frontEnd.ItemTexts, (Strings{"Betreff", "Betreff", "Betreff"}));
 }
 
+TEST_F(ContentIndexTest, CancelEndsTheRunBetweenTwoDirectories) {
+  Mark("", MailArcKind::Root, {});
+  for (const char* const sub : {"a", "b", "c"}) {
+    Mark(sub, MailArcKind::Sub, {});
+    AddEntry(std::string(sub) + "\\x.htm", sub);
+  }
+  frontEnd.CancelAtPump = 3;  // while the pages of the first one are written
+  Index();
+  EXPECT_TRUE(HasTarget("a\\index.html"));
+  for (const char* const file : {"b\\index.html", "c\\index.html", "index.html"}) EXPECT_FALSE(HasTarget(file));
+  EXPECT_EQ(run.counters.Directories, 1);
+  EXPECT_NE(Log().find("Abbruch durch Benutzer"), std::string::npos);
+}
+
+TEST_F(ContentIndexTest, CancelLeavesASingleDirectoryWhole) {
+  Mark("", MailArcKind::Sub, {});
+  AddEntry("x.htm", "x");
+  frontEnd.CancelAtPump = 1;
+  Index("", false);
+  EXPECT_TRUE(HasTarget("index.html"));
+  EXPECT_TRUE(HasTarget("index3.html"));
+}
+
 }  // namespace
 }  // namespace velmora::mailarchive
