@@ -3,7 +3,6 @@
 #include "mailarchive/content_index.h"
 #include "mailarchive/export_walk.h"
 #include "run/summary.h"
-#include "store/errors.h"
 
 namespace velmora::mailarchive {
 
@@ -41,8 +40,7 @@ void RunExport(ExportContext& context, const ExportSelection& selection, std::st
   context.designs.ForgetTexts();
   run::Progress& progress = run.frontEnd().progress;
   run.ResetRunCounters();
-  progress.Show(options.Mode == CopyMode::Move ? "Archive/Messages verschieben"
-                                               : "Archive/Messages kopieren");
+  progress.Show(store::ProgressTitle(options.Mode));
   if (!options.AnyOnly()) WriteRootMarker(context, targetDirectory, *selection.CurrentArchive);
   ExportObjects(context, selection, targetDirectory);
   if (options.MakeIndex && !options.AnyOnly() && !run.CheckCancel()) {
@@ -61,8 +59,7 @@ void WriteRootMarker(const ExportContext& context, std::string_view targetDirect
 void ExportArchiveTree(ExportContext& context, std::string_view archivePath, std::string_view targetDirectory,
                        bool isLink, std::shared_ptr<store::DvArchive> currentArchive) {
   if (!MayExportArchives(context)) {
-    context.run.LogError(archivePath, store::store_error::NoAccess,
-                         "Das Recht zum Löschen von Archiven fehlt", run::Severity::Error);
+    context.run.LogError(archivePath, store::MayNotDeleteArchives());
     return;
   }
   context.designs.ForgetTexts();

@@ -82,7 +82,7 @@ void RunStoreCopy(const Operation& operation, const StoreCopyOptions& options,
   if (operation.ClearErrorLog) run.DeleteErrorLog();
   run.ResetRunCounters();
   const bool isMove = options.Mode == CopyMode::Move;
-  run.frontEnd().progress.Show(isMove ? "Archive/Messages verschieben" : "Archive/Messages kopieren");
+  run.frontEnd().progress.Show(store::ProgressTitle(options.Mode));
   ArchiveCopy copy(operation, options);
   SameNames names(*target);
   for (const Object& object : selection.Objects) {
@@ -97,8 +97,7 @@ void RunStoreCopy(const Operation& operation, const StoreCopyOptions& options,
         LogStoreFailure(run, object.ArchivePath, CopyVerb, source.error());
       }
     } else {
-      LogStoreFailure(run, object.ArchivePath, CopyVerb,
-                      {store::store_error::NoAccess, "Das Recht zum Löschen von Archiven fehlt"});
+      LogStoreFailure(run, object.ArchivePath, CopyVerb, store::MayNotDeleteArchives());
     }
   }
   CommitStore(operation);

@@ -34,8 +34,7 @@ void RunStoreDelete(const Operation& operation, const StoreDeleteOptions& option
         LogStoreFailure(run, object.ArchivePath, DeleteVerb, archive.error());
       }
     } else {
-      LogStoreFailure(run, object.ArchivePath, DeleteVerb,
-                      {store::store_error::NoAccess, "Das Recht zum Löschen von Archiven fehlt"});
+      LogStoreFailure(run, object.ArchivePath, DeleteVerb, store::MayNotDeleteArchives());
     }
   }
   CommitStore(operation);

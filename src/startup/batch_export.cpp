@@ -36,9 +36,7 @@ class ArchiveCopyMove {
 
   // All archives of the file; false when none of them could be opened.
   bool Run() {
-    context_.run.frontEnd().progress.Show(batch_.File().Export.Mode == CopyMode::Move
-                                              ? "Archive/Messages verschieben"
-                                              : "Archive/Messages kopieren");
+    context_.run.frontEnd().progress.Show(store::ProgressTitle(batch_.File().Export.Mode));
     bool anyRan = false;
     for (const std::string& path : batch_.File().Archives) {
       if (context_.run.CancelRequested()) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "store/archive.h"
@@ -12,6 +13,11 @@
 namespace velmora::store {
 
 enum class CopyMode { Copy, Move };
+
+// The title of the progress box of a run over archives.
+constexpr std::string_view ProgressTitle(CopyMode mode) {
+  return mode == CopyMode::Move ? "Archive/Messages verschieben" : "Archive/Messages kopieren";
+}
 
 struct Selection {
   struct Object {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "store/account.h"
+#include "store/errors.h"
 
 namespace velmora::store {
 
@@ -25,5 +26,10 @@ struct Session {
   bool WasAdministrator() const { return (ServerTrustees & trustee::Administrator) != 0; }
   bool MayDeleteArchives() const { return (Trustees & trustee::DeleteArchives) != 0; }
 };
+
+// What is logged for an archive that stays for want of that right.
+inline Error MayNotDeleteArchives() {
+  return {store_error::NoAccess, "Das Recht zum Löschen von Archiven fehlt"};
+}
 
 }  // namespace velmora::store
