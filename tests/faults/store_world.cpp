@@ -205,16 +205,9 @@ Messages StoreWorld::MessagesBelow(std::string_view path) {
 
 Lines StoreWorld::StoreFiles() const {
   Lines lines;
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(location.HostDirectory)) {
-    const std::string name = entry.path().lexically_relative(dir.HostPath()).string();
-    if (entry.is_regular_file()) {
-      const std::string bytes = dir.ReadHostFile(name);
-      lines.push_back(fmt::format("{} {} {:x}", name, bytes.size(), std::hash<std::string>()(bytes)));
-    } else {
-      lines.push_back(name + "/");
-    }
+  for (const auto& [name, bytes] : dir.HostTree("store")) {
+    lines.push_back(fmt::format("{} {} {:x}", name, bytes.size(), std::hash<std::string>()(bytes)));
   }
-  std::ranges::sort(lines);
   return lines;
 }
 

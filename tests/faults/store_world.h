@@ -50,7 +50,7 @@ class StoreWorld {
   // Each archive, link, message, rule and file below an archive, in order.
   Lines Describe(std::string_view path);
   Messages MessagesBelow(std::string_view path);
-  // Each directory of the store, and each file with the length and a hash of its bytes, in order.
+  // Each directory and file of the store with the length and a hash of its bytes, in order.
   Lines StoreFiles() const;
   // What a check of the whole store finds beyond notes.
   Lines Damage();

@@ -49,15 +49,7 @@ class EntryOperationsTest : public FolderTest {
     return RenameMailArcEntry(*Files, Folder.Path(), page, name);
   }
   // Everything in the directory, to compare before and after.
-  std::map<std::string, std::string> Content() const {
-    std::map<std::string, std::string> content;
-    const std::filesystem::path root = Folder.HostPath();
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
-      const auto name = std::filesystem::relative(entry.path(), root).string();
-      content[name] = entry.is_directory() ? "<DIR>" : Read(name);
-    }
-    return content;
-  }
+  std::map<std::string, std::string> Content() const { return Folder.HostTree(); }
 };
 
 // --- Deleting. ---

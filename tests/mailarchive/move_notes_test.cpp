@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <map>
 
 #include "mailarchive/export_fixture.h"
 #include "mailarchive/move_notes.h"
@@ -14,8 +12,6 @@
 
 namespace velmora::mailarchive {
 namespace {
-
-using Files = std::map<std::string, std::string>;
 
 class MoveNotesTest : public ExportTest {
  protected:
@@ -45,19 +41,6 @@ class MoveNotesTest : public ExportTest {
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
-  // Relative paths and contents.
-  Files TargetFiles() {
-    namespace fs = std::filesystem;
-    Files found;
-    const fs::path top = dir.HostPath("target");
-    for (const auto& entry : fs::recursive_directory_iterator(top)) {
-      if (!entry.is_regular_file()) continue;
-      std::ifstream stream(entry.path(), std::ios::binary);
-      found[entry.path().lexically_relative(top).string()] =
-          std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-    }
-    return found;
-  }
   void EmptyTarget() {
     std::filesystem::remove_all(dir.HostPath("target"));
     std::filesystem::create_directory(dir.HostPath("target"));
@@ -73,7 +56,7 @@ TEST_F(MoveNotesTest, AMoveKilledAnywhereAndRunAgainLeavesWhatAnUndisturbedOneDo
   const std::vector<store::EntryKey> keys = {AddMail("x", false), AddMail("x", true), AddMail("y", false)};
   const auto move = [&] { RunMails(keys); };
   ASSERT_EQ(InChild(move), 0);
-  const Files wanted = TargetFiles();
+  const auto wanted = dir.HostTree("target");
   ASSERT_GT(wanted.size(), 15u);
   for (int step = 1;; ++step) {
     EmptyTarget();
@@ -88,7 +71,7 @@ TEST_F(MoveNotesTest, AMoveKilledAnywhereAndRunAgainLeavesWhatAnUndisturbedOneDo
     if (isOpen()) {
       ASSERT_EQ(InChild(move), 0);
     }
-    ASSERT_EQ(TargetFiles(), wanted) << "killed before step " << step;
+    ASSERT_EQ(dir.HostTree("target"), wanted) << "killed before step " << step;
     if (ended == 0) {
       EXPECT_GT(step, 60) << "nothing was killed";
       return;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -55,6 +56,16 @@ class TempDir {
     std::ostringstream bytes;
     bytes << file.rdbuf();
     return std::move(bytes).str();
+  }
+  // All that stands below a directory, by its path from there: the bytes of a file, "<DIR>" for a directory.
+  std::map<std::string, std::string> HostTree(std::string_view relative = ".") const {
+    std::map<std::string, std::string> tree;
+    const std::filesystem::path top(HostPath(relative));
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(top)) {
+      const std::string name = entry.path().lexically_relative(top).string();
+      tree[name] = entry.is_directory() ? "<DIR>" : ReadHostFile(std::string(relative) + "/" + name);
+    }
+    return tree;
   }
 
  private:
