@@ -11,6 +11,7 @@
 #include "mailarchive/export_run.h"
 #include "run/summary.h"
 #include "startup/target_directory.h"
+#include "store/errors.h"
 
 namespace velmora::startup {
 namespace {
@@ -52,12 +53,18 @@ class ArchiveCopyMove {
  private:
   bool RunOne(const std::string& path) {
     const Result<std::shared_ptr<store::DvArchive>> archive = context_.session.Account->GetArchive(path);
+    const mailarchive::ExportOptions& options = batch_.File().Export;
+    const bool isIndexed = options.MakeIndex && !options.AnyOnly();
     if (!archive) {
       batch_.LogStoreFailure(path, archive.error());
+      // Killed between the deletion of its archives and the index, a move leaves the index to its repetition.
+      const bool isGone = archive.error().Number == store::store_error::NotFound;
+      if (isGone && isIndexed && !indexed_ && options.Mode == CopyMode::Move && options.DeleteArchives) {
+        BuildIndex("");
+      }
       return false;
     }
     batch_.ResetRunCounters();
-    const bool isIndexed = batch_.File().Export.MakeIndex && !batch_.File().Export.AnyOnly();
     // Asked before a move takes the archive away.
     const std::string displayName = (*archive)->DisplayName().value_or("");
     if (isIndexed) {

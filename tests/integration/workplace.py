@@ -70,10 +70,11 @@ class Workplace:
         self.environment = {**keep, **own, "VELMORA_STORE": str(directory / "store"), "HOME": str(directory),
                             "TZ": TIME_ZONE}
 
-    def run(self, program, *arguments):
+    def run(self, program, *arguments, status=0):
+        """The output of a program that must end with this status."""
         command = [str(self.programs / program), *map(str, arguments)]
         done = subprocess.run(command, env=self.environment, capture_output=True, text=True)
-        if done.returncode != 0:
+        if done.returncode != status:
             sys.exit(f"{' '.join(command[:4])} ended with {done.returncode}\n{done.stdout}{done.stderr}")
         return done.stdout
 
@@ -107,7 +108,10 @@ class Workplace:
                            "saveatt=y\nsaveeml=y\nsavesmtp=y\nsavecmt=y\nmakeidx=y\n")
         self.run("velmora", f"-b:{control}")
 
+    @property
+    def log(self):
+        return self.directory / "state" / "VelmoraError.log"
+
     def log_entries(self):
         """The entries of the error log, without its heading."""
-        log = self.directory / "state" / "VelmoraError.log"
-        return log.read_text("cp1252").splitlines()[1:] if log.exists() else []
+        return self.log.read_text("cp1252").splitlines()[1:] if self.log.exists() else []

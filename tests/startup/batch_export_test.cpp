@@ -213,6 +213,21 @@ TEST_F(BatchExportTest, AMoveWithDelarcsDeletesTheEmptiedArchive) {
   EXPECT_FALSE(context().session.Account->GetArchive("/Archive/Eins").has_value());
 }
 
+TEST_F(BatchExportTest, AMoveThatWasKilledBeforeItsIndexGetsItWhenItIsRepeated) {
+  AddMail(*MakeArchive("Eins"), "Hallo");
+  const std::string lines = "srcarchive=/Archive/Eins\ncopymode=mov\ndelarcs=y\nmakeidx=y\n" + Target();
+  EXPECT_EQ(Run(lines).ExitStatus, exit_status::Done) << Log();
+  const auto whole = directory.HostTree("target");
+  for (const std::string folder : {"", "Eins/"}) {
+    for (const char* const index : {"index.html", "index2.html", "index3.html"}) {
+      std::filesystem::remove(directory.HostPath("target/" + folder + index));
+    }
+  }
+  ASSERT_FALSE(Has("Eins/index.html"));
+  EXPECT_EQ(Run(lines).ExitStatus, exit_status::NothingRan) << "the archive is gone, which is told";
+  EXPECT_EQ(directory.HostTree("target"), whole);
+}
+
 TEST_F(BatchExportTest, AMoveWithoutTheRightRunsNothing) {
   AddMail(*MakeArchive("Eins"), "Hallo");
   context().session.Trustees &= ~store::trustee::DeleteArchives;
