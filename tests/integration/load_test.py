@@ -34,7 +34,7 @@ DEPTH = 12
 # Bytes of memory that a command may keep for each message, archive or attachment. 200 are a name in the index of a
 # directory; a page and its descriptor are two of them, and two more while a directory is listed.
 KEPT_PER_MESSAGE = {
-    "list": 30, "list of the copy": 30, "list of the moved": 30,  # the key and its place in the order
+    "list": 30, "list of the copy": 30, "list of the moved": 30, "delete": 30,  # the key and its place in the order
     "list of archives": 250, "check": 250, "check after it": 250,
     "export": 700,
     "content index": 1100,  # besides the names, a row of the index with the texts that it is sorted by
