@@ -321,7 +321,8 @@ TEST_F(ContentIndexTest, CancelEndsTheRunBetweenTwoDirectories) {
   frontEnd.CancelAtPump = 3;  // while the pages of the first one are written
   Index();
   EXPECT_TRUE(HasTarget("a\\index.html"));
-  for (const char* const file : {"b\\index.html", "c\\index.html", "index.html"}) EXPECT_FALSE(HasTarget(file));
+  for (const char* const file : {"b\\index.html", "c\\index.html", "index.html"})
+    EXPECT_FALSE(HasTarget(file));
   EXPECT_EQ(run.counters.Directories, 1);
   EXPECT_NE(Log().find("Abbruch durch Benutzer"), std::string::npos);
 }
